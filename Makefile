@@ -1,0 +1,35 @@
+# The two everyday commands: `make run ARGS="features list"` and `make test`.
+JOBS ?= $(shell nproc)
+ARGS ?= --help
+FUZZ_SECONDS ?= 30
+
+.PHONY: deps run test bench fuzz clean
+
+deps:
+	@scripts/install-deps
+
+run: deps
+	@cmake --preset release >/dev/null
+	@cmake --build --preset release -j $(JOBS) --target quillmar
+	@./build/release/cli/quillmar $(ARGS)
+
+test: deps
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS)
+	ctest --preset dev -j $(JOBS)
+
+bench: deps
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+	@for b in build/release/bench/bench_*; do echo "== $$b"; $$b; done
+
+fuzz: deps
+	cmake --preset fuzz
+	cmake --build --preset fuzz -j $(JOBS)
+	@for f in build/fuzz/fuzz/fuzz_*; do \
+	  name=$$(basename $$f); corpus=fuzz/corpus/$${name#fuzz_}; mkdir -p build/fuzz/corpus/$$name; \
+	  echo "== $$name ($(FUZZ_SECONDS) s)"; \
+	  $$f -max_total_time=$(FUZZ_SECONDS) build/fuzz/corpus/$$name $$corpus || exit 1; done
+
+clean:
+	rm -rf build

@@ -1,0 +1,48 @@
+# Warnings are errors in our own code only; third-party headers come in as SYSTEM includes.
+set(QUILLMAR_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
+    -Wcast-align -Woverloaded-virtual -Wconversion -Wsign-conversion -Wnull-dereference
+    -Wimplicit-fallthrough -Werror)
+
+# quillmar_add_library(name SOURCES a.cpp b.cpp [DEPS lib...] [PUBLIC_DEPS lib...])
+function(quillmar_add_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS;PUBLIC_DEPS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_compile_options(${name} PRIVATE ${QUILLMAR_WARNINGS})
+    target_link_libraries(${name} PUBLIC ${ARG_PUBLIC_DEPS} PRIVATE ${ARG_DEPS})
+endfunction()
+
+# quillmar_add_executable(name SOURCES a.cpp [DEPS lib...])
+function(quillmar_add_executable name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${QUILLMAR_WARNINGS})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS})
+endfunction()
+
+# quillmar_add_test(name SOURCES a_test.cpp [DEPS lib...]): one GoogleTest binary, its cases discovered by CTest.
+function(quillmar_add_test name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${QUILLMAR_WARNINGS})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} GTest::gmock GTest::gtest_main)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120)
+endfunction()
+
+# quillmar_add_benchmark(name SOURCES a_bench.cpp [DEPS lib...])
+function(quillmar_add_benchmark name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${QUILLMAR_WARNINGS})
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS} benchmark::benchmark_main)
+endfunction()
+
+# quillmar_add_fuzzer(name SOURCES a_fuzz.cpp [DEPS lib...])
+function(quillmar_add_fuzzer name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;DEPS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_compile_options(${name} PRIVATE ${QUILLMAR_WARNINGS})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    target_link_libraries(${name} PRIVATE ${ARG_DEPS})
+endfunction()

@@ -1,0 +1,157 @@
+#include "core/settings/Settings.h"
+
+#include "core/base/Diagnostics.h"
+
+namespace quillmar {
+
+Settings::Settings(std::unique_ptr<SettingsBackend> backend)
+    : m_backend(std::move(backend))
+{
+    auto loaded = m_backend->load();
+    if (loaded) {
+        m_values = std::move(loaded).value();
+        return;
+    }
+    if (loaded.error().code != "settings.setAside") {
+        m_saveAllowed = false;
+        diagnostic("settings: {} ({}); changes will not be saved in this run", loaded.error().message,
+            loaded.error().context);
+    }
+}
+
+void Settings::registerDefaults(const nlohmann::json& defaults)
+{
+    if (!defaults.is_object())
+        return;
+    std::lock_guard lock(m_mutex);
+    for (const auto& [key, value] : defaults.items())
+        m_defaults[key] = value;
+}
+
+std::optional<nlohmann::json> Settings::lookup(std::string_view key) const
+{
+    std::lock_guard lock(m_mutex);
+    auto keyString = std::string(key);
+    if (auto found = m_values.find(keyString); found != m_values.end())
+        return *found;
+    if (auto found = m_defaults.find(keyString); found != m_defaults.end())
+        return *found;
+    return std::nullopt;
+}
+
+bool Settings::contains(std::string_view key) const
+{
+    std::lock_guard lock(m_mutex);
+    return m_values.contains(std::string(key));
+}
+
+std::optional<bool> Settings::boolValue(std::string_view key) const
+{
+    auto value = lookup(key);
+    if (!value || !value->is_boolean())
+        return std::nullopt;
+    return value->get<bool>();
+}
+
+std::optional<std::int64_t> Settings::integer(std::string_view key) const
+{
+    auto value = lookup(key);
+    if (!value || !value->is_number_integer())
+        return std::nullopt;
+    if (value->is_number_unsigned() && value->get<std::uint64_t>() > static_cast<std::uint64_t>(INT64_MAX))
+        return std::nullopt;
+    return value->get<std::int64_t>();
+}
+
+std::optional<double> Settings::number(std::string_view key) const
+{
+    auto value = lookup(key);
+    if (!value || !value->is_number())
+        return std::nullopt;
+    return value->get<double>();
+}
+
+std::optional<std::string> Settings::string(std::string_view key) const
+{
+    auto value = lookup(key);
+    if (!value || !value->is_string())
+        return std::nullopt;
+    return value->get<std::string>();
+}
+
+std::optional<std::vector<std::string>> Settings::stringArray(std::string_view key) const
+{
+    auto value = lookup(key);
+    if (!value || !value->is_array())
+        return std::nullopt;
+    std::vector<std::string> strings;
+    strings.reserve(value->size());
+    for (const auto& element : *value) {
+        if (!element.is_string())
+            return std::nullopt;
+        strings.push_back(element.get<std::string>());
+    }
+    return strings;
+}
+
+std::optional<nlohmann::json> Settings::json(std::string_view key) const
+{
+    return lookup(key);
+}
+
+void Settings::set(std::string_view key, nlohmann::json value)
+{
+    std::unique_lock lock(m_mutex);
+    auto keyString = std::string(key);
+    if (auto found = m_values.find(keyString); found != m_values.end() && *found == value)
+        return;
+    m_values[keyString] = std::move(value);
+    saveAndNotify(lock, key);
+}
+
+void Settings::remove(std::string_view key)
+{
+    std::unique_lock lock(m_mutex);
+    if (m_values.erase(std::string(key)) == 0)
+        return;
+    saveAndNotify(lock, key);
+}
+
+void Settings::saveAndNotify(std::unique_lock<std::mutex>& lock, std::string_view key)
+{
+    if (m_saveAllowed) {
+        auto saved = m_backend->save(m_values);
+        if (saved) {
+            m_lastSaveError.reset();
+        } else {
+            m_lastSaveError = saved.error();
+            diagnostic("settings: could not save \"{}\" ({})", key, saved.error().context);
+        }
+    }
+    auto observers = m_observers;
+    lock.unlock();
+    for (const auto& [id, observer] : observers)
+        observer(key);
+}
+
+Settings::ObserverId Settings::observe(Observer observer)
+{
+    std::lock_guard lock(m_mutex);
+    auto id = m_nextObserverId++;
+    m_observers.emplace_back(id, std::move(observer));
+    return id;
+}
+
+void Settings::removeObserver(ObserverId id)
+{
+    std::lock_guard lock(m_mutex);
+    std::erase_if(m_observers, [id](const auto& entry) { return entry.first == id; });
+}
+
+std::optional<Error> Settings::lastSaveError() const
+{
+    std::lock_guard lock(m_mutex);
+    return m_lastSaveError;
+}
+
+} // namespace quillmar

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <nlohmann/json.hpp>
+
+#include "core/settings/SettingsBackend.h"
+
+namespace quillmar {
+
+// The user's settings: one dictionary under dotted lower-camel keys ("features.disabled"), saved through a
+// backend after every change. Each owning object registers its defaults once; a read returns the saved
+// value, else the registered default. A value of the wrong type reads as absent. Safe from any thread.
+class Settings final {
+public:
+    using ObserverId = std::uint64_t;
+    using Observer = std::function<void(std::string_view key)>;
+
+    // Loads at once. A store that cannot be used starts empty; when it could not even be kept aside,
+    // nothing is saved for the rest of the run so that the user's file is never overwritten.
+    explicit Settings(std::unique_ptr<SettingsBackend> backend);
+
+    // Adds defaults from a JSON object (key to value); a later registration of the same key wins.
+    void registerDefaults(const nlohmann::json& defaults);
+
+    // True when a value is saved under `key` (registered defaults do not count).
+    bool contains(std::string_view key) const;
+
+    std::optional<bool> boolValue(std::string_view key) const;
+    std::optional<std::int64_t> integer(std::string_view key) const;
+    std::optional<double> number(std::string_view key) const;
+    std::optional<std::string> string(std::string_view key) const;
+    std::optional<std::vector<std::string>> stringArray(std::string_view key) const;
+    // Any value, for records kept as nested JSON.
+    std::optional<nlohmann::json> json(std::string_view key) const;
+
+    // Saves `value` under `key` and tells the observers; a value equal to the saved one changes nothing.
+    void set(std::string_view key, nlohmann::json value);
+    void remove(std::string_view key);
+
+    // Observers are called after a change, on the thread that made it, with the changed key.
+    ObserverId observe(Observer observer);
+    void removeObserver(ObserverId id);
+
+    // Why the last save failed, if it did (the CLI reports it; the application logs it).
+    std::optional<Error> lastSaveError() const;
+
+private:
+    std::optional<nlohmann::json> lookup(std::string_view key) const;
+    void saveAndNotify(std::unique_lock<std::mutex>& lock, std::string_view key);
+
+    std::unique_ptr<SettingsBackend> m_backend;
+    mutable std::mutex m_mutex;
+    nlohmann::json m_values = nlohmann::json::object();
+    nlohmann::json m_defaults = nlohmann::json::object();
+    std::vector<std::pair<ObserverId, Observer>> m_observers;
+    ObserverId m_nextObserverId = 1;
+    bool m_saveAllowed = true;
+    std::optional<Error> m_lastSaveError;
+};
+
+} // namespace quillmar
