@@ -1,4 +1,11 @@
-int main()
+#include <iostream>
+#include <memory>
+
+#include "cli/CommandLine.h"
+#include "platform/linux/XdgFileLocations.h"
+
+int main(int argc, char** argv)
 {
-    return 0;
+    return quillmar::cli::runCommandLine(argc, argv, std::cin, std::cout, std::cerr,
+        std::make_unique<quillmar::XdgFileLocations>());
 }

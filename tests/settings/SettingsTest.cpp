@@ -1,1 +1,101 @@
 #include <gtest/gtest.h>
+
+#include "core/settings/MemorySettingsBackend.h"
+#include "core/settings/Settings.h"
+
+namespace quillmar {
+namespace {
+
+Settings settingsWith(nlohmann::json values)
+{
+    return Settings(std::make_unique<MemorySettingsBackend>(std::move(values)));
+}
+
+TEST(Settings, TypedReadsTreatAWrongTypeAsAbsent)
+{
+    auto settings = settingsWith({ { "flag", true }, { "count", 3 }, { "ratio", 0.5 }, { "name", "x" },
+        { "list", { "a", "b" } }, { "mixedList", { "a", 1 } }, { "huge", 18446744073709551615u } });
+
+    EXPECT_EQ(settings.boolValue("flag"), true);
+    EXPECT_EQ(settings.boolValue("count"), std::nullopt);
+    EXPECT_EQ(settings.integer("count"), 3);
+    EXPECT_EQ(settings.integer("ratio"), std::nullopt);
+    EXPECT_EQ(settings.integer("huge"), std::nullopt);
+    EXPECT_EQ(settings.number("count"), 3.0);
+    EXPECT_EQ(settings.number("ratio"), 0.5);
+    EXPECT_EQ(settings.string("name"), "x");
+    EXPECT_EQ(settings.string("flag"), std::nullopt);
+    EXPECT_EQ(settings.stringArray("list"), (std::vector<std::string> { "a", "b" }));
+    EXPECT_EQ(settings.stringArray("mixedList"), std::nullopt);
+    EXPECT_EQ(settings.stringArray("name"), std::nullopt);
+    EXPECT_EQ(settings.string("missing"), std::nullopt);
+}
+
+TEST(Settings, SavedValuesWinOverRegisteredDefaults)
+{
+    auto settings = settingsWith({ { "a", 1 } });
+    settings.registerDefaults({ { "a", 10 }, { "b", 20 } });
+    EXPECT_EQ(settings.integer("a"), 1);
+    EXPECT_EQ(settings.integer("b"), 20);
+    EXPECT_FALSE(settings.contains("b")) << "a default is not a saved value";
+    settings.remove("a");
+    EXPECT_EQ(settings.integer("a"), 10);
+}
+
+TEST(Settings, SetSavesAndNotifiesOnlyOnChange)
+{
+    auto backend = std::make_unique<MemorySettingsBackend>();
+    auto* memory = backend.get();
+    Settings settings(std::move(backend));
+    std::vector<std::string> changed;
+    auto id = settings.observe([&](std::string_view key) { changed.emplace_back(key); });
+
+    settings.set("windows.switcher.trigger", "option");
+    settings.set("windows.switcher.trigger", "option");
+    settings.remove("never.set");
+    EXPECT_EQ(memory->saveCount(), 1);
+    EXPECT_EQ(changed, (std::vector<std::string> { "windows.switcher.trigger" }));
+    EXPECT_EQ(memory->values()["windows.switcher.trigger"], "option");
+
+    settings.removeObserver(id);
+    settings.set("windows.switcher.trigger", "command");
+    EXPECT_EQ(changed.size(), 1u);
+    EXPECT_EQ(memory->saveCount(), 2);
+}
+
+class FailingBackend final : public SettingsBackend {
+public:
+    explicit FailingBackend(std::string loadCode) : m_loadCode(std::move(loadCode)) { }
+    Result<nlohmann::json> load() override { return Error { m_loadCode, "The settings file is not valid JSON.", "x" }; }
+    Result<void> save(const nlohmann::json&) override
+    {
+        ++saves;
+        return Error { "file.unwritable", "Could not save.", "disk full" };
+    }
+    int saves = 0;
+
+private:
+    std::string m_loadCode;
+};
+
+TEST(Settings, AStoreThatWasNotKeptAsideIsNeverOverwritten)
+{
+    auto backend = std::make_unique<FailingBackend>("file.unmovable");
+    auto* failing = backend.get();
+    Settings settings(std::move(backend));
+    settings.set("a", 1);
+    EXPECT_EQ(failing->saves, 0);
+    EXPECT_EQ(settings.integer("a"), 1) << "the run goes on in memory";
+}
+
+TEST(Settings, AFailedSaveIsReported)
+{
+    auto backend = std::make_unique<FailingBackend>("settings.setAside");
+    Settings settings(std::move(backend));
+    settings.set("a", 1);
+    ASSERT_TRUE(settings.lastSaveError());
+    EXPECT_EQ(settings.lastSaveError()->context, "disk full");
+}
+
+} // namespace
+} // namespace quillmar

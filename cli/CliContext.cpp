@@ -1,0 +1,65 @@
+#include "cli/CliContext.h"
+
+#include <ostream>
+
+#include "core/settings/JsonFileSettingsBackend.h"
+#include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
+
+namespace quillmar::cli {
+
+CliContext::CliContext(std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations)
+    : m_out(out)
+    , m_err(err)
+    , m_locations(std::move(locations))
+{
+}
+
+CliContext::~CliContext() = default;
+
+void CliContext::printJson(const nlohmann::json& object)
+{
+    m_out << object.dump(-1, ' ', /*ensure_ascii=*/false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+void CliContext::refuse(std::string_view sentence)
+{
+    m_err << sentence << '\n';
+    m_exitCode = ExitCode::noAnswer;
+}
+
+void CliContext::usageError(std::string_view sentence)
+{
+    m_err << sentence << '\n';
+    m_exitCode = ExitCode::usage;
+}
+
+Settings& CliContext::settings()
+{
+    if (!m_settings) {
+        m_settings = std::make_unique<Settings>(
+            std::make_unique<JsonFileSettingsBackend>(m_locations->settingsFile(), m_runtime.clock()));
+    }
+    return *m_settings;
+}
+
+AppServices& CliContext::services()
+{
+    if (!m_services) {
+        // The CLI never registers hot keys: it only reports what the application would register.
+        m_registrar = std::make_unique<UnsupportedHotKeyRegistrar>();
+        m_services = std::make_unique<AppServices>(m_runtime, settings(), *m_registrar, ShellServices {},
+            Modules::standard());
+    }
+    return *m_services;
+}
+
+bool CliContext::confirmSaved()
+{
+    if (auto error = settings().lastSaveError()) {
+        refuse(fmt::format("The settings could not be saved ({}).", error->context));
+        return false;
+    }
+    return true;
+}
+
+} // namespace quillmar::cli

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string_view>
+
+#include <nlohmann/json.hpp>
+
+#include "cli/ExitCode.h"
+#include "core/runtime/SystemRuntime.h"
+#include "core/settings/FileLocations.h"
+#include "core/settings/Settings.h"
+#include "core/shell/AppServices.h"
+
+namespace quillmar::cli {
+
+// What every command shares: the output streams, the outcome, and the application's own state, opened
+// on first use from where the application keeps it (so the CLI and the application see the same switches).
+class CliContext final {
+public:
+    CliContext(std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations);
+    ~CliContext();
+
+    std::ostream& out() { return m_out; }
+    std::ostream& err() { return m_err; }
+
+    // Prints one compact JSON object on one line.
+    void printJson(const nlohmann::json& object);
+
+    // A refusal or a usage error: one sentence on stderr, and the exit code to return.
+    void refuse(std::string_view sentence);
+    void usageError(std::string_view sentence);
+
+    ExitCode exitCode() const { return m_exitCode; }
+    void setExitCode(ExitCode code) { m_exitCode = code; }
+
+    Settings& settings();
+    AppServices& services();
+
+    // After a change: refuses with a sentence when the settings could not be saved. True when saved.
+    bool confirmSaved();
+
+private:
+    std::ostream& m_out;
+    std::ostream& m_err;
+    std::unique_ptr<FileLocations> m_locations;
+    SystemRuntime m_runtime;
+    std::unique_ptr<Settings> m_settings;
+    std::unique_ptr<HotKeyRegistrar> m_registrar;
+    std::unique_ptr<AppServices> m_services;
+    ExitCode m_exitCode = ExitCode::done;
+};
+
+} // namespace quillmar::cli

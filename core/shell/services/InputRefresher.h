@@ -1,0 +1,14 @@
+#pragma once
+
+namespace quillmar {
+
+// The input features share one event tap; a switch change asks the input module to rebuild it.
+// The base does nothing.
+class InputRefresher {
+public:
+    virtual ~InputRefresher() = default;
+
+    virtual void setNeedsRefresh() { }
+};
+
+} // namespace quillmar

@@ -1,0 +1,14 @@
+#pragma once
+
+namespace quillmar {
+
+// The system monitor's readouts in the menu bar. The base shows none.
+class MenuBarReadouts {
+public:
+    virtual ~MenuBarReadouts() = default;
+
+    // Shows or hides the readouts to match the switches and preferences.
+    virtual void apply() { }
+};
+
+} // namespace quillmar

@@ -1,0 +1,176 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include <sys/wait.h>
+
+#include "cli/BatchRunner.h"
+#include "cli/CommandLine.h"
+#include "core/base/Files.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace quillmar {
+namespace {
+
+class FolderLocations final : public FileLocations {
+public:
+    explicit FolderLocations(std::filesystem::path root) : m_root(std::move(root)) { }
+    std::filesystem::path settingsFile() const override { return m_root / "config" / "quillmar" / "settings.json"; }
+    std::filesystem::path applicationSupport() const override { return m_root / "data" / "Quillmar"; }
+
+private:
+    std::filesystem::path m_root;
+};
+
+struct Run {
+    int code;
+    std::string out;
+    std::string err;
+};
+
+class CommandLineTest : public testing::Test {
+protected:
+    Run run(std::vector<std::string> words, const std::string& input = {})
+    {
+        words.insert(words.begin(), "quillmar");
+        std::vector<const char*> argv;
+        for (const auto& word : words)
+            argv.push_back(word.c_str());
+        std::istringstream in(input);
+        std::ostringstream out;
+        std::ostringstream err;
+        int code = cli::runCommandLine(static_cast<int>(argv.size()), argv.data(), in, out, err,
+            std::make_unique<FolderLocations>(m_folder.path()));
+        return { code, out.str(), err.str() };
+    }
+
+    nlohmann::json savedSettings()
+    {
+        auto text = readFile(m_folder.path() / "config" / "quillmar" / "settings.json");
+        return nlohmann::json::parse(**text);
+    }
+
+    nlohmann::json shortcutRow(const nlohmann::json& list, std::string_view id)
+    {
+        for (const auto& row : list["shortcuts"]) {
+            if (row["id"] == id)
+                return row;
+        }
+        return nullptr;
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(CommandLineTest, FeaturesListShowsAllSixtyThree)
+{
+    auto text = run({ "features", "list" });
+    EXPECT_EQ(text.code, 0);
+    EXPECT_EQ(std::count(text.out.begin(), text.out.end(), '\n'), 63);
+    EXPECT_EQ(text.out.rfind("monitor ", 0), 0u);
+
+    auto json = run({ "features", "list", "--json" });
+    ASSERT_EQ(json.code, 0);
+    EXPECT_EQ(std::count(json.out.begin(), json.out.end(), '\n'), 1) << "one compact line";
+    auto features = nlohmann::json::parse(json.out)["features"];
+    ASSERT_EQ(features.size(), 63u);
+    EXPECT_EQ(features[36], (nlohmann::json { { "id", "dragSnap" }, { "title", "Snap by dragging" },
+                                { "category", "windows" }, { "enabled", false } }));
+}
+
+TEST_F(CommandLineTest, DisablingClipboardIsSavedAndUnregistersItsShortcut)
+{
+    auto disabled = run({ "features", "disable", "clipboard" });
+    EXPECT_EQ(disabled.code, 0);
+    EXPECT_EQ(disabled.out, "Clipboard history is off.\n");
+
+    auto saved = savedSettings()["features.disabled"].get<std::vector<std::string>>();
+    EXPECT_TRUE(std::is_sorted(saved.begin(), saved.end()));
+    EXPECT_EQ(saved.size(), 27u);
+    EXPECT_NE(std::find(saved.begin(), saved.end(), "clipboard"), saved.end());
+
+    auto list = nlohmann::json::parse(run({ "shortcuts", "list", "--json" }).out);
+    EXPECT_EQ(list["shortcuts"].size(), 35u);
+    EXPECT_EQ(shortcutRow(list, "clipboardPicker")["registered"], false);
+    EXPECT_EQ(shortcutRow(list, "togglePanel"), (nlohmann::json { { "id", "togglePanel" }, { "title", "Open Quillmar" },
+                                                     { "feature", nullptr }, { "display", "⌃⌥Space" }, { "registered", true } }));
+    EXPECT_EQ(shortcutRow(list, "keepAwake")["display"], nullptr);
+
+    EXPECT_EQ(run({ "features", "enable", "clipboard" }).out, "Clipboard history is on.\n");
+    list = nlohmann::json::parse(run({ "shortcuts", "list", "--json" }).out);
+    EXPECT_EQ(shortcutRow(list, "clipboardPicker")["registered"], true);
+}
+
+TEST_F(CommandLineTest, UsageErrorsExitTwoWithASentence)
+{
+    struct Row {
+        const char* name;
+        std::vector<std::string> words;
+        const char* saying;
+    };
+    const std::vector<Row> rows = {
+        { "unknown feature", { "features", "enable", "teleporter" },
+            "There is no feature \"teleporter\". Run \"quillmar features list\" to see the valid ones." },
+        { "no command", {}, "quillmar --help" },
+        { "unknown command", { "frobnicate" }, "quillmar --help" },
+        { "missing id", { "features", "disable" }, "quillmar --help" },
+    };
+    for (const auto& row : rows) {
+        auto result = run(row.words);
+        EXPECT_EQ(result.code, 2) << row.name;
+        EXPECT_TRUE(result.out.empty()) << row.name;
+        EXPECT_NE(result.err.find(row.saying), std::string::npos) << row.name << ": " << result.err;
+    }
+}
+
+TEST_F(CommandLineTest, UnreadableSettingsAreKeptAsideAndTheCommandStillWorks)
+{
+    std::filesystem::create_directories(m_folder.path() / "config" / "quillmar");
+    std::ofstream(m_folder.path() / "config" / "quillmar" / "settings.json") << "{ not json";
+    auto result = run({ "features", "list", "--json" });
+    EXPECT_EQ(result.code, 0);
+    EXPECT_NE(result.err.find("kept it as settings.json.unreadable-"), std::string::npos) << result.err;
+    std::size_t files = 0;
+    for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(m_folder.path() / "config" / "quillmar"))
+        ++files;
+    EXPECT_EQ(files, 2u);
+}
+
+TEST(BatchRunner, PrintsOneLinePerInputLineInOrder)
+{
+    std::istringstream in("a\r\nbb\n\nccc");
+    std::ostringstream out;
+    cli::runBatch(in, out, [](std::string_view line) { return line.empty() ? std::string("null") : std::string(line) + "\n!"; });
+    EXPECT_EQ(out.str(), "a !\nbb !\nnull\nccc !\n");
+}
+
+// The real binary, as a user runs it: state found through the XDG variables.
+TEST(QuillmarBinary, FeaturesRoundTripThroughTheSettingsFile)
+{
+    TemporaryFolder folder;
+    auto prefix = "XDG_CONFIG_HOME='" + (folder.path() / "config").string() + "' XDG_DATA_HOME='"
+        + (folder.path() / "data").string() + "' " + QUILLMAR_BINARY;
+    auto runShell = [](const std::string& command, std::string& output) {
+        output.clear();
+        FILE* pipe = popen((command + " 2>/dev/null").c_str(), "r");
+        char buffer[4096];
+        while (auto count = fread(buffer, 1, sizeof buffer, pipe))
+            output.append(buffer, count);
+        return WEXITSTATUS(pclose(pipe));
+    };
+    std::string output;
+    EXPECT_EQ(runShell(prefix + " features disable clipboard", output), 0);
+    EXPECT_EQ(runShell(prefix + " features list --json", output), 0);
+    auto features = nlohmann::json::parse(output)["features"];
+    EXPECT_EQ(features[7]["id"], "clipboard");
+    EXPECT_EQ(features[7]["enabled"], false);
+    EXPECT_EQ(runShell(prefix + " features enable nothing", output), 2);
+    EXPECT_TRUE(output.empty());
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "config" / "quillmar" / "settings.json"));
+}
+
+} // namespace
+} // namespace quillmar
