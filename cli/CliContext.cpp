@@ -2,6 +2,8 @@
 
 #include <ostream>
 
+#include <fmt/format.h>
+
 #include "core/settings/JsonFileSettingsBackend.h"
 #include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
 

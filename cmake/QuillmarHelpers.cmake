@@ -1,6 +1,6 @@
 # Warnings are errors in our own code only; third-party headers come in as SYSTEM includes.
 set(QUILLMAR_WARNINGS -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast
-    -Wcast-align -Woverloaded-virtual -Wconversion -Wsign-conversion -Wnull-dereference
+    -Wcast-align -Woverloaded-virtual -Wconversion -Wsign-conversion
     -Wimplicit-fallthrough -Werror)
 
 # quillmar_add_library(name SOURCES a.cpp b.cpp [DEPS lib...] [PUBLIC_DEPS lib...])

@@ -7,6 +7,8 @@
 
 #include <sys/wait.h>
 
+#include <nlohmann/json.hpp>
+
 #include "cli/BatchRunner.h"
 #include "cli/CommandLine.h"
 #include "core/base/Files.h"
@@ -25,7 +27,7 @@ private:
     std::filesystem::path m_root;
 };
 
-struct Run {
+struct CommandRun {
     int code;
     std::string out;
     std::string err;
@@ -33,7 +35,7 @@ struct Run {
 
 class CommandLineTest : public testing::Test {
 protected:
-    Run run(std::vector<std::string> words, const std::string& input = {})
+    CommandRun run(std::vector<std::string> words, const std::string& input = {})
     {
         words.insert(words.begin(), "quillmar");
         std::vector<const char*> argv;

@@ -13,18 +13,18 @@ using namespace std::chrono_literals;
 
 struct LoggingPorts {
     struct Updater final : SelfUpdater {
-        explicit Updater(CallLog& log) : log(log) { }
+        explicit Updater(CallLog& calls) : log(calls) { }
         void prepare() override { log.push_back("updater.prepare"); }
         void checkForUpdatesVisibly() override { log.push_back("updater.check"); }
         CallLog& log;
     };
     struct Presence final : AppPresence {
-        explicit Presence(CallLog& log) : log(log) { }
+        explicit Presence(CallLog& calls) : log(calls) { }
         void start() override { log.push_back("presence.start"); }
         CallLog& log;
     };
     struct Startables final : Integrations {
-        explicit Startables(CallLog& log) : log(log) { }
+        explicit Startables(CallLog& calls) : log(calls) { }
         void start() override { log.push_back("integrations.start"); }
         CallLog& log;
     };

@@ -46,7 +46,7 @@ TEST(AppServices, SwitchingThingsOffStopsTheirMachinery)
     fixture.services->applyFeatures();
     EXPECT_EQ(fixture.log,
         joined({ "clipboard.stop", "keepAwake.stop", "countdown.cancel", "alerts.setEnabled off",
-                   "snippets.setEnabled off", "audio.stopWatching", "quitProtection.setEnabled off",
+                   "snippets.setEnabled off", "audio.stopWatching", "quitProtection.setEnabled on",
                    "input.setNeedsRefresh", "readouts.apply" },
             moduleApplies()));
 }
@@ -54,6 +54,7 @@ TEST(AppServices, SwitchingThingsOffStopsTheirMachinery)
 TEST(AppServices, CleanLinksFollowsItsOwnSwitch)
 {
     ShellFixture fixture;
+    fixture.services->start();
     fixture.log.clear();
     fixture.services->features().set(FeatureID::cleanLinks, false);
     ASSERT_GE(fixture.log.size(), 2u);

@@ -100,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, FeatureStoreMigration,
             FeatureStore::offByDefault() },
         MigrationRow { "knownListWithoutDisabledList", { { "features.known", Strings { "monitor" } } },
             FeatureStore::offByDefault() }),
-    [](const auto& info) { return std::string(info.param.name); });
+    [](const auto& row) { return std::string(row.param.name); });
 
 TEST(FeatureStore, SettingTheCurrentStateWritesNothingAndFiresNothing)
 {
@@ -124,7 +124,7 @@ TEST(FeatureStore, ChangeWritesTheSortedDisabledListThenCallsBack)
     store.setChangeCallback([&](FeatureID feature, bool on) {
         // The list is already written when the callback runs.
         auto disabled = fixture.memory->values()["features.disabled"].get<Strings>();
-        EXPECT_EQ(std::count(disabled.begin(), disabled.end(), "clipboard"), on ? 0 : 1);
+        EXPECT_EQ(std::count(disabled.begin(), disabled.end(), rawValue(feature)), on ? 0 : 1);
         calls.emplace_back(feature, on);
     });
 

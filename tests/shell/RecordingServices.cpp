@@ -10,7 +10,7 @@ std::string onOff(bool on)
 }
 
 struct Clipboard final : ClipboardService {
-    explicit Clipboard(CallLog& log) : log(log) { }
+    explicit Clipboard(CallLog& calls) : log(calls) { }
     void setCleansLinks(bool on) override { log.push_back("clipboard.setCleansLinks" + onOff(on)); }
     void start() override { log.push_back("clipboard.start"); }
     void stop() override { log.push_back("clipboard.stop"); }
@@ -19,7 +19,7 @@ struct Clipboard final : ClipboardService {
 };
 
 struct KeepAwake final : KeepAwakeService {
-    KeepAwake(CallLog& log, bool active) : log(log), active(active) { }
+    KeepAwake(CallLog& calls, bool initially) : log(calls), active(initially) { }
     bool isActive() const override { return active; }
     void toggle() override { log.push_back("keepAwake.toggle"); }
     void stop() override
@@ -32,7 +32,7 @@ struct KeepAwake final : KeepAwakeService {
 };
 
 struct Countdown final : CountdownService {
-    Countdown(CallLog& log, bool running) : log(log), running(running) { }
+    Countdown(CallLog& calls, bool initially) : log(calls), running(initially) { }
     bool isRunning() const override { return running; }
     void cancel() override { log.push_back("countdown.cancel"); }
     CallLog& log;
@@ -40,7 +40,7 @@ struct Countdown final : CountdownService {
 };
 
 struct Scratchpad final : ScratchpadService {
-    Scratchpad(CallLog& log, bool pending) : log(log), pending(pending) { }
+    Scratchpad(CallLog& calls, bool initially) : log(calls), pending(initially) { }
     bool hasPendingSave() const override { return pending; }
     void saveNow() override
     {
@@ -52,43 +52,43 @@ struct Scratchpad final : ScratchpadService {
 };
 
 struct Snippets final : SnippetService {
-    explicit Snippets(CallLog& log) : log(log) { }
+    explicit Snippets(CallLog& calls) : log(calls) { }
     void setEnabled(bool on) override { log.push_back("snippets.setEnabled" + onOff(on)); }
     CallLog& log;
 };
 
 struct QuitProtection final : QuitProtectionService {
-    explicit QuitProtection(CallLog& log) : log(log) { }
+    explicit QuitProtection(CallLog& calls) : log(calls) { }
     void setEnabled(bool on) override { log.push_back("quitProtection.setEnabled" + onOff(on)); }
     CallLog& log;
 };
 
 struct Audio final : AudioDeviceService {
-    explicit Audio(CallLog& log) : log(log) { }
+    explicit Audio(CallLog& calls) : log(calls) { }
     void stopWatching() override { log.push_back("audio.stopWatching"); }
     CallLog& log;
 };
 
 struct Alerts final : MonitorAlertsService {
-    explicit Alerts(CallLog& log) : log(log) { }
+    explicit Alerts(CallLog& calls) : log(calls) { }
     void setEnabled(bool on) override { log.push_back("alerts.setEnabled" + onOff(on)); }
     CallLog& log;
 };
 
 struct Readouts final : MenuBarReadouts {
-    explicit Readouts(CallLog& log) : log(log) { }
+    explicit Readouts(CallLog& calls) : log(calls) { }
     void apply() override { log.push_back("readouts.apply"); }
     CallLog& log;
 };
 
 struct Input final : InputRefresher {
-    explicit Input(CallLog& log) : log(log) { }
+    explicit Input(CallLog& calls) : log(calls) { }
     void setNeedsRefresh() override { log.push_back("input.setNeedsRefresh"); }
     CallLog& log;
 };
 
 struct Layout final : WindowLayoutService {
-    explicit Layout(CallLog& log) : log(log) { }
+    explicit Layout(CallLog& calls) : log(calls) { }
     void applyLayout(ShortcutAction action) override { log.push_back("layout.apply " + std::string(rawValue(action))); }
     CallLog& log;
 };

@@ -10,15 +10,18 @@
 
 namespace quillmar {
 
+// Which recording services report work in progress when the fixture starts.
+struct RunningServices {
+    bool keepAwake = false;
+    bool countdown = false;
+    bool scratchpadSave = false;
+};
+
 // A service container on virtual time with recording services and modules and a fake registrar.
 struct ShellFixture {
-    struct Running {
-        bool keepAwake = false;
-        bool countdown = false;
-        bool scratchpadSave = false;
-    };
+    using Running = RunningServices;
 
-    explicit ShellFixture(nlohmann::json saved = nlohmann::json::object(), Running running = {})
+    explicit ShellFixture(nlohmann::json saved = nlohmann::json::object(), Running running = Running())
         : settings(std::make_unique<MemorySettingsBackend>(std::move(saved)))
         , services(std::make_unique<AppServices>(runtime, settings, registrar,
               recordingServices(log, running.keepAwake, running.countdown, running.scratchpadSave),
@@ -39,7 +42,7 @@ struct ShellFixture {
     {
         for (std::uint32_t number = 1; number <= allShortcutActions().size(); ++number) {
             if (services->hotKeys().action(number) == action)
-                registrar.press(number);
+                registrar.press(HotKeyID { HotKeyCenter::signature, number });
         }
     }
 
