@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include "core/settings/JsonFileSettingsBackend.h"
+#include "platform/unsupported/UnsupportedEventTapSource.h"
 #include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
 
 namespace quillmar::cli {
@@ -49,8 +50,9 @@ AppServices& CliContext::services()
     if (!m_services) {
         // The CLI never registers hot keys: it only reports what the application would register.
         m_registrar = std::make_unique<UnsupportedHotKeyRegistrar>();
-        m_services = std::make_unique<AppServices>(m_runtime, settings(), *m_registrar, ShellServices {},
-            Modules::standard());
+        m_events = std::make_unique<UnsupportedEventTapSource>();
+        m_services = std::make_unique<AppServices>(m_runtime, settings(),
+            AppServices::SystemPorts { *m_registrar, *m_events }, ShellServices {}, Modules::standard());
     }
     return *m_services;
 }

@@ -47,6 +47,7 @@ private:
     SystemRuntime m_runtime;
     std::unique_ptr<Settings> m_settings;
     std::unique_ptr<HotKeyRegistrar> m_registrar;
+    std::unique_ptr<EventTapSource> m_events;
     std::unique_ptr<AppServices> m_services;
     ExitCode m_exitCode = ExitCode::done;
 };

@@ -11,13 +11,14 @@ bool isWindowLayout(ShortcutAction action)
 
 } // namespace
 
-AppServices::AppServices(Runtime& runtime, Settings& settings, HotKeyRegistrar& registrar, ShellServices services,
+AppServices::AppServices(Runtime& runtime, Settings& settings, SystemPorts ports, ShellServices services,
     Modules modules)
     : m_runtime(runtime)
     , m_settings(settings)
     , m_features(settings, runtime.mainQueue())
     , m_shortcuts(settings, runtime.mainQueue())
-    , m_hotKeys(registrar, runtime.mainQueue())
+    , m_hotKeys(ports.hotKeys, runtime.mainQueue())
+    , m_eventTap(runtime, ports.events)
     , m_services(std::move(services))
     , m_modules(std::move(modules))
     , m_self(std::make_shared<AppServices*>(this))

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/eventtap/EventTap.h"
 #include "core/hotkeys/HotKeyCenter.h"
 #include "core/hotkeys/ShortcutStore.h"
 #include "core/runtime/Runtime.h"
@@ -20,8 +21,13 @@ namespace quillmar {
 // Main thread only.
 class AppServices final {
 public:
-    AppServices(Runtime& runtime, Settings& settings, HotKeyRegistrar& registrar, ShellServices services,
-        Modules modules);
+    // The system side the container needs: global hot keys and the input event stream.
+    struct SystemPorts {
+        HotKeyRegistrar& hotKeys;
+        EventTapSource& events;
+    };
+
+    AppServices(Runtime& runtime, Settings& settings, SystemPorts ports, ShellServices services, Modules modules);
     ~AppServices();
 
     AppServices(const AppServices&) = delete;
@@ -54,6 +60,8 @@ public:
     FeatureStore& features() { return m_features; }
     ShortcutStore& shortcuts() { return m_shortcuts; }
     HotKeyCenter& hotKeys() { return m_hotKeys; }
+    // The one event tap that features share ("windows.drag", "windows.switcher", ...).
+    EventTap& eventTap() { return m_eventTap; }
     const Modules& modules() const { return m_modules; }
     ShellServices& services() { return m_services; }
     Settings& settings() { return m_settings; }
@@ -64,6 +72,7 @@ private:
     FeatureStore m_features;
     ShortcutStore m_shortcuts;
     HotKeyCenter m_hotKeys;
+    EventTap m_eventTap;
     ShellServices m_services;
     Modules m_modules;
     std::function<void()> m_panelToggle;

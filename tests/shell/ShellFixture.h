@@ -5,6 +5,7 @@
 #include "core/runtime/VirtualRuntime.h"
 #include "core/settings/MemorySettingsBackend.h"
 #include "core/shell/AppServices.h"
+#include "platform/unsupported/UnsupportedEventTapSource.h"
 #include "tests/hotkeys/FakeHotKeyRegistrar.h"
 #include "tests/shell/RecordingServices.h"
 
@@ -23,7 +24,7 @@ struct ShellFixture {
 
     explicit ShellFixture(nlohmann::json saved = nlohmann::json::object(), Running running = Running())
         : settings(std::make_unique<MemorySettingsBackend>(std::move(saved)))
-        , services(std::make_unique<AppServices>(runtime, settings, registrar,
+        , services(std::make_unique<AppServices>(runtime, settings, AppServices::SystemPorts { registrar, events },
               recordingServices(log, running.keepAwake, running.countdown, running.scratchpadSave),
               recordingModules(log)))
     {
@@ -49,6 +50,7 @@ struct ShellFixture {
     VirtualRuntime runtime;
     Settings settings;
     FakeHotKeyRegistrar registrar;
+    UnsupportedEventTapSource events;
     CallLog log;
     std::unique_ptr<AppServices> services;
 };
