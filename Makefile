@@ -10,7 +10,7 @@ deps:
 
 run: deps
 	@cmake --preset release >/dev/null
-	@cmake --build --preset release -j $(JOBS) --target quillmar
+	@cmake --build --preset release -j $(JOBS) --target quillmar >/dev/null || cmake --build --preset release -j 1 --target quillmar
 	@./build/release/cli/quillmar $(ARGS)
 
 test: deps
