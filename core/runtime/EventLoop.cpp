@@ -10,14 +10,12 @@ EventLoop::EventLoop(const Clock& clock)
 
 void EventLoop::post(Task task)
 {
-    m_tasks.push(Duration::zero(), std::move(task), nullptr);
+    m_tasks.push(Duration::zero(), std::move(task));
 }
 
 WorkItemHandle EventLoop::postAfter(Duration delay, Task task)
 {
-    auto item = std::make_shared<WorkItem>();
-    m_tasks.push(delay, std::move(task), item);
-    return item;
+    return m_tasks.push(delay, std::move(task));
 }
 
 bool EventLoop::isMainThread() const

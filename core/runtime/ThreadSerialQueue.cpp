@@ -20,14 +20,12 @@ ThreadSerialQueue::~ThreadSerialQueue()
 
 void ThreadSerialQueue::post(Task task)
 {
-    m_tasks.push(Duration::zero(), std::move(task), nullptr);
+    m_tasks.push(Duration::zero(), std::move(task));
 }
 
 WorkItemHandle ThreadSerialQueue::postAfter(Duration delay, Task task)
 {
-    auto item = std::make_shared<WorkItem>();
-    m_tasks.push(delay, std::move(task), item);
-    return item;
+    return m_tasks.push(delay, std::move(task));
 }
 
 bool ThreadSerialQueue::isCurrent() const

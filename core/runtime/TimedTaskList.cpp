@@ -2,13 +2,15 @@
 
 namespace quillmar {
 
-void TimedTaskList::push(Duration delay, Task task, WorkItemHandle item)
+WorkItemHandle TimedTaskList::push(Duration delay, Task task)
 {
+    auto item = std::make_shared<WorkItem>();
     {
         std::lock_guard lock(m_mutex);
-        m_entries.push(Entry { m_clock.uptime() + delay, m_nextSequence++, std::move(task), std::move(item) });
+        m_entries.push(Entry { m_clock.uptime() + delay, m_nextSequence++, std::move(task), item });
     }
     m_changed.notify_all();
+    return item;
 }
 
 std::optional<Task> TimedTaskList::popDueLocked()
@@ -17,7 +19,7 @@ std::optional<Task> TimedTaskList::popDueLocked()
         // priority_queue::top is const; the entry is popped right after, so moving out is safe.
         auto& top = const_cast<Entry&>(m_entries.top());
         Task task = std::move(top.task);
-        bool cancelled = top.item && top.item->isCancelled();
+        bool cancelled = top.item->isCancelled();
         m_entries.pop();
         if (!cancelled)
             return task;

@@ -18,7 +18,8 @@ class TimedTaskList final {
 public:
     explicit TimedTaskList(const Clock& clock) : m_clock(clock) { }
 
-    void push(Duration delay, Task task, WorkItemHandle item);
+    // Adds `task` to run once `delay` has passed, unless the returned item is cancelled first.
+    WorkItemHandle push(Duration delay, Task task);
 
     // Waits for the next due task and returns it; none once `close` was called and nothing is due.
     std::optional<Task> takeNext();
