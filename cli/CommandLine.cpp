@@ -6,9 +6,13 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include "cli/AgentsCommand.h"
 #include "cli/CliContext.h"
+#include "cli/ClipboardCommand.h"
+#include "cli/CommandBarCommands.h"
 #include "cli/FeaturesCommand.h"
 #include "cli/ShortcutsCommand.h"
+#include "cli/SnippetsCommand.h"
 #include "core/base/Diagnostics.h"
 
 namespace quillmar::cli {
@@ -24,6 +28,10 @@ int runCommandLine(int argc, const char* const* argv, std::istream&, std::ostrea
     app.set_help_all_flag("--help-all", "Every command with its options");
     addFeaturesCommand(app, context);
     addShortcutsCommand(app, context);
+    addCommandBarCommands(app, context);
+    addClipboardCommand(app, context);
+    addSnippetsCommand(app, context);
+    addAgentsCommand(app, context);
 
     int code = 0;
     try {

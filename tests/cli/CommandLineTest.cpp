@@ -10,43 +10,18 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/BatchRunner.h"
-#include "cli/CommandLine.h"
+#include "tests/cli/CliHarness.h"
 #include "core/base/Files.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace quillmar {
 namespace {
 
-class FolderLocations final : public FileLocations {
-public:
-    explicit FolderLocations(std::filesystem::path root) : m_root(std::move(root)) { }
-    std::filesystem::path settingsFile() const override { return m_root / "config" / "quillmar" / "settings.json"; }
-    std::filesystem::path applicationSupport() const override { return m_root / "data" / "Quillmar"; }
-
-private:
-    std::filesystem::path m_root;
-};
-
-struct CommandRun {
-    int code;
-    std::string out;
-    std::string err;
-};
-
 class CommandLineTest : public testing::Test {
 protected:
     CommandRun run(std::vector<std::string> words, const std::string& input = {})
     {
-        words.insert(words.begin(), "quillmar");
-        std::vector<const char*> argv;
-        for (const auto& word : words)
-            argv.push_back(word.c_str());
-        std::istringstream in(input);
-        std::ostringstream out;
-        std::ostringstream err;
-        int code = cli::runCommandLine(static_cast<int>(argv.size()), argv.data(), in, out, err,
-            std::make_unique<FolderLocations>(m_folder.path()));
-        return { code, out.str(), err.str() };
+        return runQuillmar(m_folder.path(), std::move(words), input);
     }
 
     nlohmann::json savedSettings()

@@ -1,0 +1,9 @@
+#include "cli/ClipboardCommand.h"
+
+namespace quillmar::cli {
+
+void addClipboardCommand(CLI::App&, CliContext&)
+{
+}
+
+} // namespace quillmar::cli
