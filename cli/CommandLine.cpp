@@ -7,6 +7,7 @@
 #include <CLI/Formatter.hpp>
 
 #include "cli/AgentsCommand.h"
+#include "cli/AnswerCommands.h"
 #include "cli/CliContext.h"
 #include "cli/ClipboardCommand.h"
 #include "cli/CommandBarCommands.h"
@@ -29,6 +30,7 @@ int runCommandLine(int argc, const char* const* argv, std::istream&, std::ostrea
     addFeaturesCommand(app, context);
     addShortcutsCommand(app, context);
     addCommandBarCommands(app, context);
+    addAnswerCommands(app, context);
     addClipboardCommand(app, context);
     addSnippetsCommand(app, context);
     addAgentsCommand(app, context);
