@@ -40,6 +40,12 @@ struct ActionRow {
     std::optional<Shortcut> shortcut;
 };
 
+// Test names show the row's name rather than its bytes.
+void PrintTo(const ActionRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
 class ShortcutActionRow : public testing::TestWithParam<ActionRow> { };
 
 TEST_P(ShortcutActionRow, MatchesTheTable)

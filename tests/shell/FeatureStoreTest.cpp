@@ -58,6 +58,12 @@ struct MigrationRow {
     FeatureSet expectedOff;
 };
 
+// Test names show the row's name rather than its bytes.
+void PrintTo(const MigrationRow& row, std::ostream* out)
+{
+    *out << row.name;
+}
+
 class FeatureStoreMigration : public testing::TestWithParam<MigrationRow> { };
 
 TEST_P(FeatureStoreMigration, LoadsTheDisabledSet)
