@@ -12,8 +12,10 @@
 #include "cli/ClipboardCommand.h"
 #include "cli/CommandBarCommands.h"
 #include "cli/FeaturesCommand.h"
+#include "cli/HardwareCommands.h"
 #include "cli/ShortcutsCommand.h"
 #include "cli/SnippetsCommand.h"
+#include "cli/StitchCommand.h"
 #include "core/base/Diagnostics.h"
 
 namespace quillmar::cli {
@@ -34,6 +36,8 @@ int runCommandLine(int argc, const char* const* argv, std::istream&, std::ostrea
     addClipboardCommand(app, context);
     addSnippetsCommand(app, context);
     addAgentsCommand(app, context);
+    addHardwareCommands(app, context);
+    addStitchCommand(app, context);
 
     int code = 0;
     try {
