@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+
+namespace quillmar {
+
+// Virtual key codes the clipboard and snippets post.
+namespace KeyCode {
+inline constexpr std::uint32_t v = 9;
+inline constexpr std::uint32_t deleteBackward = 51;
+inline constexpr std::uint32_t leftArrow = 123;
+} // namespace KeyCode
+
+// Synthetic key presses into the front application. Main thread only.
+class Keystrokes {
+public:
+    virtual ~Keystrokes() = default;
+
+    // Whether the user lets this application post input events (Accessibility), read now.
+    virtual bool isAccessibilityTrusted() = 0;
+
+    // Posts a press and release of `keyCode` with modifier `flags` (EventFlags bits); false when the
+    // system did not take it.
+    virtual bool postKey(std::uint32_t keyCode, std::uint64_t flags) = 0;
+};
+
+} // namespace quillmar

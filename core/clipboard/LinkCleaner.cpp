@@ -1,0 +1,124 @@
+#include "core/clipboard/LinkCleaner.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "core/clipboard/Url.h"
+
+namespace quillmar::LinkCleaner {
+
+namespace {
+
+constexpr std::array<std::string_view, 6> trackingPrefixes {
+    "utm_", "pk_", "mtm_", "matomo_", "piwik_", "hsa_",
+};
+
+constexpr std::array<std::string_view, 38> trackingNames {
+    // Click identifiers of advertising networks.
+    "gclid", "gclsrc", "dclid", "gbraid", "wbraid", "fbclid", "msclkid", "yclid", "twclid", "ttclid",
+    "li_fat_id", "igshid", "igsh", "epik", "rb_clickid", "srsltid", "sccid", "scclid",
+    // Mail campaigns and marketing automation.
+    "mc_cid", "mc_eid", "_hsenc", "_hsmi", "__hssc", "__hstc", "__hsfp", "hsctatracking", "mkt_tok",
+    "oly_anon_id", "oly_enc_id", "vero_conv", "vero_id", "wickedid", "s_cid",
+    // Analytics hand-offs and share referrers.
+    "_ga", "_gl", "_openstat", "ref_src", "ref_url",
+};
+
+int hexValue(char character)
+{
+    if (character >= '0' && character <= '9')
+        return character - '0';
+    if (character >= 'a' && character <= 'f')
+        return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F')
+        return character - 'A' + 10;
+    return -1;
+}
+
+// Percent-decoded and lower-cased (ASCII), "+" read as a space as forms write it.
+std::string normalisedName(std::string_view name)
+{
+    std::string result;
+    result.reserve(name.size());
+    for (std::size_t index = 0; index < name.size(); ++index) {
+        char character = name[index];
+        if (character == '%' && index + 2 < name.size()) {
+            int high = hexValue(name[index + 1]);
+            int low = hexValue(name[index + 2]);
+            if (high >= 0 && low >= 0) {
+                character = static_cast<char>(high * 16 + low);
+                index += 2;
+            }
+        } else if (character == '+') {
+            character = ' ';
+        }
+        if (character >= 'A' && character <= 'Z')
+            character = static_cast<char>(character - 'A' + 'a');
+        result += character;
+    }
+    return result;
+}
+
+std::string_view trimmed(std::string_view text)
+{
+    auto isSpace = [](char character) {
+        return character == ' ' || character == '\t' || character == '\n' || character == '\r';
+    };
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+bool isTrackingParameter(std::string_view name)
+{
+    auto normalised = normalisedName(name);
+    for (auto prefix : trackingPrefixes) {
+        if (normalised.size() > prefix.size() && normalised.compare(0, prefix.size(), prefix) == 0)
+            return true;
+    }
+    return std::find(trackingNames.begin(), trackingNames.end(), normalised) != trackingNames.end();
+}
+
+std::optional<std::string> clean(std::string_view link)
+{
+    auto url = Url::parseWebLink(trimmed(link));
+    if (!url || !url->query)
+        return std::nullopt;
+    std::vector<std::string_view> kept;
+    bool removed = false;
+    std::string_view query = *url->query;
+    for (;;) {
+        auto ampersand = query.find('&');
+        auto item = query.substr(0, ampersand);
+        auto name = item.substr(0, item.find('='));
+        if (!name.empty() && isTrackingParameter(name))
+            removed = true;
+        else
+            kept.push_back(item);
+        if (ampersand == std::string_view::npos)
+            break;
+        query.remove_prefix(ampersand + 1);
+    }
+    if (!removed)
+        return std::nullopt;
+    std::string rebuilt;
+    for (auto item : kept) {
+        if (item.empty())
+            continue;
+        if (!rebuilt.empty())
+            rebuilt += '&';
+        rebuilt += item;
+    }
+    if (rebuilt.empty())
+        url->query.reset();
+    else
+        url->query = std::move(rebuilt);
+    return url->toString();
+}
+
+} // namespace quillmar::LinkCleaner

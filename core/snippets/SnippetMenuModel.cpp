@@ -1,0 +1,36 @@
+#include "core/snippets/SnippetMenuModel.h"
+
+#include "core/clipboard/SearchFolding.h"
+
+namespace quillmar::SnippetMenuModel {
+
+namespace {
+
+std::string_view trimmed(std::string_view text)
+{
+    auto isSpace = [](char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; };
+    while (!text.empty() && isSpace(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && isSpace(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+} // namespace
+
+std::vector<TextSnippet> filter(const std::vector<TextSnippet>& snippets, std::string_view query)
+{
+    auto needle = foldedForSearch(trimmed(query));
+    std::vector<TextSnippet> shown;
+    for (const auto& snippet : snippets) {
+        if (!snippet.showsInMenu)
+            continue;
+        auto contains = [&](std::string_view text) { return foldedForSearch(text).find(needle) != std::string::npos; };
+        if (!needle.empty() && !contains(snippet.trigger) && !contains(snippet.displayName()) && !contains(snippet.text))
+            continue;
+        shown.push_back(snippet);
+    }
+    return shown;
+}
+
+} // namespace quillmar::SnippetMenuModel
