@@ -1,0 +1,10 @@
+#include "platform/unsupported/UnsupportedTemperatureSensors.h"
+
+namespace quillmar {
+
+std::vector<TemperatureReading> UnsupportedTemperatureSensors::read()
+{
+    return {};
+}
+
+} // namespace quillmar
