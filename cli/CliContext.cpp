@@ -1,6 +1,6 @@
 #include "cli/CliContext.h"
 
-#include <ostream>
+#include <iostream>
 
 #include <fmt/format.h>
 
@@ -10,9 +10,10 @@
 
 namespace quillmar::cli {
 
-CliContext::CliContext(std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations)
+CliContext::CliContext(std::istream& in, std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations)
     : m_out(out)
     , m_err(err)
+    , m_in(in)
     , m_locations(std::move(locations))
 {
 }

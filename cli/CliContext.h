@@ -18,11 +18,13 @@ namespace quillmar::cli {
 // on first use from where the application keeps it (so the CLI and the application see the same switches).
 class CliContext final {
 public:
-    CliContext(std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations);
+    CliContext(std::istream& in, std::ostream& out, std::ostream& err, std::unique_ptr<FileLocations> locations);
     ~CliContext();
 
     std::ostream& out() { return m_out; }
     std::ostream& err() { return m_err; }
+    // Standard input, for --batch and commands that read a document.
+    std::istream& in() { return m_in; }
 
     // Prints one compact JSON object on one line.
     void printJson(const nlohmann::json& object);
@@ -36,6 +38,10 @@ public:
 
     Settings& settings();
     AppServices& services();
+    // The real runtime, for commands that wait on background work.
+    Runtime& runtime() { return m_runtime; }
+    // Where the application keeps its settings and stores (the CLI only reads the stores).
+    const FileLocations& locations() const { return *m_locations; }
 
     // After a change: refuses with a sentence when the settings could not be saved. True when saved.
     bool confirmSaved();
@@ -43,6 +49,7 @@ public:
 private:
     std::ostream& m_out;
     std::ostream& m_err;
+    std::istream& m_in;
     std::unique_ptr<FileLocations> m_locations;
     SystemRuntime m_runtime;
     std::unique_ptr<Settings> m_settings;

@@ -20,10 +20,10 @@
 
 namespace quillmar::cli {
 
-int runCommandLine(int argc, const char* const* argv, std::istream&, std::ostream& out, std::ostream& err,
+int runCommandLine(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err,
     std::unique_ptr<FileLocations> locations)
 {
-    CliContext context(out, err, std::move(locations));
+    CliContext context(in, out, err, std::move(locations));
     setDiagnosticSink([&err](std::string_view line) { err << "quillmar: " << line << '\n'; });
 
     CLI::App app("Quillmar: everyday tools in one menu-bar application.", "quillmar");
