@@ -2,18 +2,11 @@
 
 #include <string_view>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
-        text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
-        text.remove_suffix(1);
-    return text;
-}
 
 std::filesystem::path expandHome(std::string_view text, const std::filesystem::path& home)
 {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/base/Text.h"
 #include "core/clipboard/SearchFolding.h"
 #include "core/clipboard/Url.h"
 
@@ -19,20 +20,6 @@ constexpr std::array<std::string_view, 24> lineKeywords {
 constexpr std::array<std::string_view, 9> operators {
     "==", "!=", "=>", "->", "&&", "||", "::", "+=", "();",
 };
-
-bool isSpace(char character)
-{
-    return character == ' ' || character == '\t' || character == '\r' || character == '\n';
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 std::vector<std::string_view> splitLines(std::string_view text)
 {

@@ -7,6 +7,8 @@
 
 #include <fmt/format.h>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
@@ -15,20 +17,6 @@ struct Number {
     double value = 0.0;
     bool percent = false;
 };
-
-bool isSpace(char character)
-{
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 int hexDigit(char character)
 {
@@ -78,7 +66,7 @@ std::optional<std::vector<Number>> parseArguments(std::string_view text)
     std::size_t index = 0;
     while (index < text.size()) {
         char character = text[index];
-        if (isSpace(character) || character == ',') {
+        if (isAsciiSpace(character) || character == ',') {
             ++index;
             continue;
         }

@@ -8,6 +8,7 @@
 
 #include "core/base/Diagnostics.h"
 #include "core/base/Files.h"
+#include "core/base/Text.h"
 #include "core/clipboard/ClipHistoryFile.h"
 #include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ImageHash.h"
@@ -30,16 +31,6 @@ bool hasVisibleText(const std::optional<std::string>& text)
         return false;
     return std::any_of(text->begin(), text->end(),
         [](char character) { return character != ' ' && character != '\t' && character != '\n' && character != '\r'; });
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    auto isSpace = [](char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; };
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 std::string imageExtension(std::string_view type)

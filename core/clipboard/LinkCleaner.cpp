@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "core/base/Text.h"
 #include "core/clipboard/Url.h"
 
 namespace quillmar::LinkCleaner {
@@ -58,18 +59,6 @@ std::string normalisedName(std::string_view name)
         result += character;
     }
     return result;
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    auto isSpace = [](char character) {
-        return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-    };
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 } // namespace

@@ -1,20 +1,11 @@
 #include "core/snippets/SnippetMenuModel.h"
 
+#include "core/base/Text.h"
 #include "core/clipboard/SearchFolding.h"
 
 namespace quillmar::SnippetMenuModel {
 
 namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    auto isSpace = [](char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; };
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
 
 } // namespace
 
