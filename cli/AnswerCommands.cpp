@@ -45,9 +45,9 @@ struct QueryOptions {
     std::string locale;
 };
 
-void addQuery(CLI::App& command, QueryOptions& options, const char* name, const char* description)
+void addQuery(CLI::App& command, QueryOptions& options, const char* name, const char* help)
 {
-    command.add_option(name, options.words, description);
+    command.add_option(name, options.words, help);
 }
 
 void addJson(CLI::App& command, QueryOptions& options)

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/answers/CalculatorTokenizer.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
 
@@ -15,20 +16,6 @@ constexpr int fractionDigits = 9;
 bool isDigit(char character)
 {
     return character >= '0' && character <= '9';
-}
-
-bool isSpace(char character)
-{
-    return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
-std::string_view trimmed(std::string_view text)
-{
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
 }
 
 bool hasColonBetweenDigits(std::string_view text)

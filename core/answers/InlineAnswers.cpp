@@ -4,22 +4,9 @@
 
 #include "core/answers/CommandCalculator.h"
 #include "core/answers/CommandUnits.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
-
-namespace {
-
-std::string_view trimmed(std::string_view text)
-{
-    auto isSpace = [](char character) { return character == ' ' || character == '\t' || character == '\n' || character == '\r'; };
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    while (!text.empty() && isSpace(text.back()))
-        text.remove_suffix(1);
-    return text;
-}
-
-} // namespace
 
 std::string_view rawValue(InlineAnswerKind kind)
 {

@@ -53,6 +53,13 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     }
 }
 
+TEST_F(AnswerCommandsTest, CalcBatchPrintsOneLinePerQuery)
+{
+    auto result = runQuillmar(m_folder.path(), { "calc", "--batch" }, "2^10\n42\n\nsqrt(16)*pi(\n7 % 4");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, "1024\n\n\n\n3\n");
+}
+
 TEST_F(AnswerCommandsTest, ConvertPrintsTheTextOrJson)
 {
     auto text = run({ "convert", "5", "km", "in", "mi" });
