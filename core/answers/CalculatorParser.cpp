@@ -42,10 +42,7 @@ bool CalculatorParser::takeSymbol(char32_t symbol)
 bool CalculatorParser::implicitOperandFollows() const
 {
     const auto* next = peek();
-    if (!next || !next->startsOperand())
-        return false;
-    bool previousIsNumber = m_position > 0 && m_tokens[m_position - 1].kind == Kind::number;
-    return !(previousIsNumber && next->kind == Kind::number);
+    return next && next->startsOperand();
 }
 
 Result<CalculatorNode> CalculatorParser::checked(CalculatorNode node)

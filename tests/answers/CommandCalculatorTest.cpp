@@ -55,7 +55,7 @@ INSTANTIATE_TEST_SUITE_P(ImplicitMultiplication, CalculatorAnswers,
         AnswerRow { "bracketAndNumber", "(1+2)3", "9" },
         AnswerRow { "numberAndCall", "2sqrt(9)", "6" },
         AnswerRow { "bindsLikeAProduct", "1+2(3)", "7" },
-        AnswerRow { "twoNumbersDoNotMultiply", "1 000", std::nullopt },
+        AnswerRow { "twoNumbersSideBySideMultiply", "2 3", "6" },
         AnswerRow { "exponentNeedsDigitsSoTheEIsEuler", "2e", "5.436563657" }),
     [](const auto& row) { return std::string(row.param.name); });
 
