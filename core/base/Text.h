@@ -10,6 +10,18 @@ constexpr bool isAsciiSpace(char character)
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
 }
 
+// The value of a hexadecimal digit (either case), or -1 for any other character.
+constexpr int hexDigitValue(char character)
+{
+    if (character >= '0' && character <= '9')
+        return character - '0';
+    if (character >= 'a' && character <= 'f')
+        return character - 'a' + 10;
+    if (character >= 'A' && character <= 'F')
+        return character - 'A' + 10;
+    return -1;
+}
+
 // `text` without ASCII white space at either end.
 constexpr std::string_view trimmed(std::string_view text)
 {

@@ -18,22 +18,11 @@ struct Number {
     bool percent = false;
 };
 
-int hexDigit(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    return -1;
-}
-
 std::optional<ClipColor> parseHex(std::string_view digits)
 {
     std::vector<int> values;
     for (char character : digits) {
-        int value = hexDigit(character);
+        int value = hexDigitValue(character);
         if (value < 0)
             return std::nullopt;
         values.push_back(value);

@@ -26,17 +26,6 @@ constexpr std::array<std::string_view, 38> trackingNames {
     "_ga", "_gl", "_openstat", "ref_src", "ref_url",
 };
 
-int hexValue(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    return -1;
-}
-
 // Percent-decoded and lower-cased (ASCII), "+" read as a space as forms write it.
 std::string normalisedName(std::string_view name)
 {
@@ -45,8 +34,8 @@ std::string normalisedName(std::string_view name)
     for (std::size_t index = 0; index < name.size(); ++index) {
         char character = name[index];
         if (character == '%' && index + 2 < name.size()) {
-            int high = hexValue(name[index + 1]);
-            int low = hexValue(name[index + 2]);
+            int high = hexDigitValue(name[index + 1]);
+            int low = hexDigitValue(name[index + 2]);
             if (high >= 0 && low >= 0) {
                 character = static_cast<char>(high * 16 + low);
                 index += 2;

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
@@ -14,17 +16,6 @@ struct TypeShape {
     Kind kind;
     int fractionBits = 0;
 };
-
-std::optional<int> hexDigit(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    return std::nullopt;
-}
 
 std::optional<TypeShape> shapeOf(std::string_view type)
 {
@@ -43,15 +34,15 @@ std::optional<TypeShape> shapeOf(std::string_view type)
     if (type == "si16")
         return TypeShape { Kind::signed16 };
     if (type.size() == 4 && (type.starts_with("fp") || type.starts_with("sp"))) {
-        auto integerBits = hexDigit(type[2]);
-        auto fractionBits = hexDigit(type[3]);
-        if (!integerBits || !fractionBits)
+        int integerBits = hexDigitValue(type[2]);
+        int fractionBits = hexDigitValue(type[3]);
+        if (integerBits < 0 || fractionBits < 0)
             return std::nullopt;
         bool isSigned = type[0] == 's';
         // The sign takes the sixteenth bit of an sp type.
-        if (*integerBits + *fractionBits != (isSigned ? 15 : 16))
+        if (integerBits + fractionBits != (isSigned ? 15 : 16))
             return std::nullopt;
-        return TypeShape { isSigned ? Kind::fixedSigned : Kind::fixedUnsigned, *fractionBits };
+        return TypeShape { isSigned ? Kind::fixedSigned : Kind::fixedUnsigned, fractionBits };
     }
     return std::nullopt;
 }
