@@ -35,20 +35,21 @@ FeatureStore::FeatureStore(Settings& settings, const MainQueue& mainQueue)
 {
     m_mainQueue.assertMainThread("feature store");
 
+    const auto offDefaults = offByDefault();
     auto savedDisabled = m_settings.stringArray(disabledKey);
-    FeatureSet disabled = savedDisabled ? featuresNamed(*savedDisabled) : offByDefault();
+    FeatureSet disabled = savedDisabled ? featuresNamed(*savedDisabled) : offDefaults;
 
     if (auto known = m_settings.stringArray(knownKey)) {
         // A feature this installation has not seen yet arrives in its default state.
         for (auto feature : allFeatures()) {
             bool seen = std::find(known->begin(), known->end(), rawValue(feature)) != known->end();
-            if (!seen && offByDefault().contains(feature))
+            if (!seen && offDefaults.contains(feature))
                 disabled.insert(feature);
         }
     } else if (savedDisabled) {
         // Installed before the known list existed: only the original off-by-default features were offered
         // then, so every later one arrives off.
-        disabled |= offByDefault() - originalFeatures;
+        disabled |= offDefaults - originalFeatures;
     }
 
     m_enabled = FeatureSet::all() - disabled;
