@@ -8,14 +8,21 @@
 
 #include "cli/AgentsCommand.h"
 #include "cli/AnswerCommands.h"
+#include "cli/AppcastCommand.h"
+#include "cli/AppsCommands.h"
 #include "cli/CliContext.h"
 #include "cli/ClipboardCommand.h"
 #include "cli/CommandBarCommands.h"
 #include "cli/FeaturesCommand.h"
 #include "cli/HardwareCommands.h"
+#include "cli/NetCommands.h"
 #include "cli/ShortcutsCommand.h"
 #include "cli/SnippetsCommand.h"
 #include "cli/StitchCommand.h"
+#include "cli/UninstallCommands.h"
+#include "cli/UpdatesCommand.h"
+#include "cli/VersionCommand.h"
+#include "cli/WindowsCommand.h"
 #include "core/base/Diagnostics.h"
 
 namespace quillmar::cli {
@@ -38,6 +45,13 @@ int runCommandLine(int argc, const char* const* argv, std::istream& in, std::ost
     addAgentsCommand(app, context);
     addHardwareCommands(app, context);
     addStitchCommand(app, context);
+    addWindowsCommand(app, context);
+    addVersionCommand(app, context);
+    addNetCommands(app, context);
+    addAppsCommands(app, context);
+    addAppcastCommand(app, context);
+    addUpdatesCommand(app, context);
+    addUninstallCommands(app, context);
 
     int code = 0;
     try {

@@ -1,0 +1,9 @@
+#include "cli/UninstallCommands.h"
+
+namespace quillmar::cli {
+
+void addUninstallCommands(CLI::App& /*app*/, CliContext& /*context*/)
+{
+}
+
+} // namespace quillmar::cli

@@ -1,0 +1,9 @@
+#include "cli/WindowsCommand.h"
+
+namespace quillmar::cli {
+
+void addWindowsCommand(CLI::App& /*app*/, CliContext& /*context*/)
+{
+}
+
+} // namespace quillmar::cli
