@@ -11,7 +11,7 @@
 #include <fmt/format.h>
 
 #include "core/agents/AgentPricing.h"
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 
 namespace quillmar {
 

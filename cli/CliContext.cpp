@@ -1,5 +1,7 @@
 #include "cli/CliContext.h"
 
+#include <unistd.h>
+
 #include <iostream>
 
 #include <fmt/format.h>
@@ -19,6 +21,11 @@ CliContext::CliContext(std::istream& in, std::ostream& out, std::ostream& err, s
 }
 
 CliContext::~CliContext() = default;
+
+bool CliContext::errIsTerminal() const
+{
+    return &m_err == &std::cerr && ::isatty(STDERR_FILENO) == 1;
+}
 
 void CliContext::printJson(const nlohmann::json& object)
 {

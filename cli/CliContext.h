@@ -26,6 +26,9 @@ public:
     // Standard input, for --batch and commands that read a document.
     std::istream& in() { return m_in; }
 
+    // Whether standard error is a terminal a person watches (progress lines go there only then).
+    bool errIsTerminal() const;
+
     // Prints one compact JSON object on one line.
     void printJson(const nlohmann::json& object);
 

@@ -13,7 +13,7 @@
 #include "core/clipboard/ClipHistoryFile.h"
 #include "core/clipboard/ClipboardStore.h"
 #include "core/clipboard/LinkCleaner.h"
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 
 namespace quillmar::cli {
 
@@ -105,7 +105,7 @@ void cleanLink(CliContext& context, const std::string& link)
         trimmed.remove_prefix(1);
     while (!trimmed.empty() && (trimmed.back() == ' ' || trimmed.back() == '\t' || trimmed.back() == '\n' || trimmed.back() == '\r'))
         trimmed.remove_suffix(1);
-    if (!Url::parseWebLink(trimmed)) {
+    if (!WebLink::parse(trimmed)) {
         context.usageError(fmt::format("\"{}\" isn't an http or https link.", link));
         return;
     }

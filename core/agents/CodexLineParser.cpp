@@ -1,6 +1,6 @@
 #include "core/agents/CodexLineParser.h"
 
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 #include "core/agents/JsonFields.h"
 
 namespace quillmar {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 #include "core/base/Result.h"
 
 namespace quillmar {

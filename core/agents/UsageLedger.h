@@ -6,7 +6,7 @@
 #include <tuple>
 #include <vector>
 
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 #include "core/agents/UsageRecord.h"
 #include "core/agents/UsageTotals.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/agents/AgentLogFiles.h"
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 #include "core/agents/LocalDays.h"
 #include "core/agents/UsageLedger.h"
 

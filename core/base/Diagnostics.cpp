@@ -1,6 +1,7 @@
 #include "core/base/Diagnostics.h"
 
 #include <cstdio>
+#include <mutex>
 
 namespace quillmar {
 
@@ -19,6 +20,9 @@ void setDiagnosticSink(DiagnosticSink sink)
 
 void diagnostic(std::string_view line)
 {
+    // Background work reports too; one line at a time keeps lines whole and the sink single-threaded.
+    static std::mutex lock;
+    std::lock_guard guard(lock);
     if (auto& sink = currentSink()) {
         sink(line);
         return;

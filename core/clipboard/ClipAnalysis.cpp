@@ -5,7 +5,7 @@
 
 #include "core/base/Text.h"
 #include "core/clipboard/SearchFolding.h"
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 
 namespace quillmar {
 
@@ -112,7 +112,7 @@ ClipInfo analyze(const ClipItem& item)
     case ClipKind::link:
         info.category = ClipCategory::links;
         if (item.text) {
-            if (auto url = Url::parseWebLink(trimmed(*item.text))) {
+            if (auto url = WebLink::parse(trimmed(*item.text))) {
                 std::string_view host = url->host;
                 if (host.substr(0, 4) == "www.")
                     host.remove_prefix(4);

@@ -13,7 +13,7 @@
 #include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ImageHash.h"
 #include "core/clipboard/LinkCleaner.h"
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 #include "core/clipboard/UtcStamp.h"
 #include "core/clipboard/Uuid.h"
 #include "core/eventtap/InputEvent.h"
@@ -353,7 +353,7 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
         image = snapshot.image;
     } else if (hasText) {
         item.text = snapshot.text;
-        item.kind = Url::parseWebLink(trimmed(*snapshot.text)) ? ClipKind::link : ClipKind::text;
+        item.kind = WebLink::parse(trimmed(*snapshot.text)) ? ClipKind::link : ClipKind::text;
     } else {
         return;
     }
@@ -715,7 +715,7 @@ Result<std::string> ClipboardStore::clean(const std::string& id)
     const auto* found = m_history.find(id);
     if (!found)
         return unknownItem(id);
-    if (!found->text || !Url::parseWebLink(trimmed(*found->text)))
+    if (!found->text || !WebLink::parse(trimmed(*found->text)))
         return Error { "clipboard.notALink", "That item isn't a link.", id };
     auto cleaned = LinkCleaner::clean(*found->text);
     if (!cleaned)
@@ -732,7 +732,7 @@ Result<std::string> ClipboardStore::cleanCurrentLink()
 {
     assertMainThread();
     auto snapshot = PasteboardSnapshot::from(m_ports.pasteboard.read(), m_transientMarkers);
-    if (!snapshot.text || !Url::parseWebLink(trimmed(*snapshot.text)))
+    if (!snapshot.text || !WebLink::parse(trimmed(*snapshot.text)))
         return Error { "clipboard.noLink", std::string(LinkCleaner::noLinkMessage), {} };
     auto cleaned = LinkCleaner::clean(*snapshot.text);
     if (!cleaned)

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "core/base/Text.h"
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 
 namespace quillmar::LinkCleaner {
 
@@ -64,7 +64,7 @@ bool isTrackingParameter(std::string_view name)
 
 std::optional<std::string> clean(std::string_view link)
 {
-    auto url = Url::parseWebLink(trimmed(link));
+    auto url = WebLink::parse(trimmed(link));
     if (!url || !url->query)
         return std::nullopt;
     std::vector<std::string_view> kept;

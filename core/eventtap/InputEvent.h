@@ -61,6 +61,7 @@ struct InputEvent {
     double scrollDeltaX = 0.0; // scroll wheel deltas in points, sign as the system reports them
     double scrollDeltaY = 0.0;
     std::int64_t sourceUserData = 0; // the event source's user-data field; ownEventUserData on our own events
+    bool isAutorepeat = false; // a key-down the system repeats while the key is held
 
     bool operator==(const InputEvent&) const = default;
 };

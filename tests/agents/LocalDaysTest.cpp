@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 #include "core/agents/LocalDays.h"
 
 namespace quillmar {

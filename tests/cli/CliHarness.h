@@ -1,6 +1,11 @@
 #pragma once
 
+#include <sys/wait.h>
+
+#include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <sstream>
 #include <string>
@@ -43,5 +48,39 @@ inline CommandRun runQuillmar(const std::filesystem::path& root, std::vector<std
         std::make_unique<FolderLocations>(root));
     return { code, out.str(), err.str() };
 }
+
+#ifdef QUILLMAR_BINARY
+// Runs the real `quillmar` binary with `input` on standard input and state under `root`; standard error is
+// kept in a file under `root`.
+inline CommandRun runQuillmarBinary(const std::filesystem::path& root, const std::vector<std::string>& words,
+    const std::string& input = {})
+{
+    auto quoted = [](const std::string& text) {
+        std::string result = "'";
+        for (char character : text)
+            result += character == '\'' ? std::string("'\\''") : std::string(1, character);
+        return result + "'";
+    };
+    auto inputPath = root / "stdin.txt";
+    auto errorPath = root / "stderr.txt";
+    std::ofstream(inputPath, std::ios::binary) << input;
+    std::string command = "XDG_CONFIG_HOME=" + quoted((root / "config").string()) + " XDG_DATA_HOME="
+        + quoted((root / "data").string()) + " " + QUILLMAR_BINARY;
+    for (const auto& word : words)
+        command += " " + quoted(word);
+    command += " < " + quoted(inputPath.string()) + " 2> " + quoted(errorPath.string());
+    CommandRun run { -1, {}, {} };
+    std::FILE* pipe = popen(command.c_str(), "r");
+    if (!pipe)
+        return run;
+    char buffer[4096];
+    while (auto count = std::fread(buffer, 1, sizeof buffer, pipe))
+        run.out.append(buffer, count);
+    run.code = WEXITSTATUS(pclose(pipe));
+    std::ifstream errors(errorPath);
+    run.err.assign(std::istreambuf_iterator<char>(errors), {});
+    return run;
+}
+#endif
 
 } // namespace quillmar

@@ -16,43 +16,13 @@
 namespace quillmar {
 namespace {
 
-// The real binary with `input` on standard input and state under `root`.
-CommandRun runBinary(const std::filesystem::path& root, const std::vector<std::string>& words, const std::string& input)
-{
-    auto quoted = [](const std::string& text) {
-        std::string result = "'";
-        for (char character : text)
-            result += character == '\'' ? std::string("'\\''") : std::string(1, character);
-        return result + "'";
-    };
-    auto inputPath = root / "stdin.txt";
-    auto errorPath = root / "stderr.txt";
-    std::ofstream(inputPath, std::ios::binary) << input;
-    std::string command = "XDG_CONFIG_HOME=" + quoted((root / "config").string()) + " XDG_DATA_HOME="
-        + quoted((root / "data").string()) + " " + QUILLMAR_BINARY;
-    for (const auto& word : words)
-        command += " " + quoted(word);
-    command += " < " + quoted(inputPath.string()) + " 2> " + quoted(errorPath.string());
-    CommandRun run { -1, {}, {} };
-    std::FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    while (auto count = std::fread(buffer, 1, sizeof buffer, pipe))
-        run.out.append(buffer, count);
-    run.code = WEXITSTATUS(pclose(pipe));
-    std::ifstream errors(errorPath);
-    run.err.assign(std::istreambuf_iterator<char>(errors), {});
-    return run;
-}
-
 class CommandBarCommandsTest : public testing::Test {
 protected:
     CommandRun run(std::vector<std::string> words) { return runQuillmar(m_folder.path(), std::move(words)); }
     CommandRun rank(std::vector<std::string> words, const nlohmann::json& input)
     {
         words.insert(words.begin(), "rank");
-        return runBinary(m_folder.path(), words, input.dump());
+        return runQuillmarBinary(m_folder.path(), words, input.dump());
     }
 
     TemporaryFolder m_folder;
@@ -98,7 +68,7 @@ TEST_F(CommandBarCommandsTest, MatchUsageErrors)
 
 TEST_F(CommandBarCommandsTest, MatchBatchAnswersEachLine)
 {
-    auto result = runBinary(m_folder.path(), { "match", "--batch" }, "ab\tab\nba\tab\nno tab here\n\r\nab\ta b\r\n");
+    auto result = runQuillmarBinary(m_folder.path(), { "match", "--batch" }, "ab\tab\nba\tab\nno tab here\n\r\nab\ta b\r\n");
     EXPECT_EQ(result.code, 0);
     std::vector<std::string> lines;
     std::istringstream output(result.out);
@@ -193,7 +163,7 @@ TEST_F(CommandBarCommandsTest, RankRefusesBadInputInOneSentence)
              Row { { "rank", "--query", "a", "--now", "1e300" }, "{}", 2, "--now must be" },
              Row { { "rank" }, "{}", 2, "--query" },
          }) {
-        auto result = runBinary(m_folder.path(), row.words, row.input);
+        auto result = runQuillmarBinary(m_folder.path(), row.words, row.input);
         EXPECT_EQ(result.code, row.code) << row.input;
         EXPECT_EQ(result.out, "") << row.input;
         EXPECT_NE(result.err.find(row.saying), std::string::npos) << result.err;
@@ -202,7 +172,7 @@ TEST_F(CommandBarCommandsTest, RankRefusesBadInputInOneSentence)
 
 TEST_F(CommandBarCommandsTest, RankWithEmptyInputListsNothing)
 {
-    auto result = runBinary(m_folder.path(), { "rank", "--query", "" }, "");
+    auto result = runQuillmarBinary(m_folder.path(), { "rank", "--query", "" }, "");
     EXPECT_EQ(result.code, 0) << result.err;
     EXPECT_EQ(result.out, "{\"sections\":[]}\n");
 }

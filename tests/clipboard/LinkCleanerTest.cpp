@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/clipboard/LinkCleaner.h"
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 
 namespace quillmar {
 namespace {
@@ -40,9 +40,9 @@ INSTANTIATE_TEST_SUITE_P(Links, LinkCleaning,
         CleanRow { "TwoWords", "https://a.test/?utm_source=x and more", std::nullopt }),
     [](const testing::TestParamInfo<CleanRow>& row) { return row.param.name; });
 
-TEST(Url, SplitsAndRejoinsExactly)
+TEST(WebLink, SplitsAndRejoinsExactly)
 {
-    auto url = Url::parseWebLink("HTTPS://user@WWW.Example.com:8080/a/b?x=1#frag");
+    auto url = WebLink::parse("HTTPS://user@WWW.Example.com:8080/a/b?x=1#frag");
     ASSERT_TRUE(url);
     EXPECT_EQ(url->scheme, "https");
     EXPECT_EQ(url->host, "www.example.com");
@@ -51,12 +51,12 @@ TEST(Url, SplitsAndRejoinsExactly)
     EXPECT_EQ(url->fragment, "frag");
     EXPECT_EQ(url->toString(), "https://user@WWW.Example.com:8080/a/b?x=1#frag");
 
-    auto ipv6 = Url::parseWebLink("http://[::1]:80/");
+    auto ipv6 = WebLink::parse("http://[::1]:80/");
     ASSERT_TRUE(ipv6);
     EXPECT_EQ(ipv6->host, "::1");
 
     for (const char* text : { "https://", "https:///path", "mailto:a@b.c", "https://a b.com", "example.com", "http://[::1" })
-        EXPECT_FALSE(Url::parseWebLink(text)) << text;
+        EXPECT_FALSE(WebLink::parse(text)) << text;
 }
 
 } // namespace

@@ -8,7 +8,7 @@ namespace quillmar {
 
 // A web link split into its parts, each kept byte for byte as written so that re-joining an unchanged
 // link gives it back exactly.
-struct Url {
+struct WebLink {
     std::string scheme;    // lower-cased: "http" or "https"
     std::string authority; // "user@www.example.com:8080" as written
     std::string host;      // lower-cased, without user, port or IPv6 brackets
@@ -18,7 +18,7 @@ struct Url {
 
     // An http or https link with a host and no whitespace or control characters; none otherwise.
     // Leading and trailing whitespace is not accepted: callers trim first.
-    static std::optional<Url> parseWebLink(std::string_view text);
+    static std::optional<WebLink> parse(std::string_view text);
 
     std::string toString() const;
 };

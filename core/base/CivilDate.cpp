@@ -1,4 +1,4 @@
-#include "core/agents/CivilDate.h"
+#include "core/base/CivilDate.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "core/clipboard/Url.h"
+#include "core/clipboard/WebLink.h"
 
 #include <algorithm>
 
@@ -20,7 +20,7 @@ std::string lowered(std::string_view text)
 
 } // namespace
 
-std::optional<Url> Url::parseWebLink(std::string_view text)
+std::optional<WebLink> WebLink::parse(std::string_view text)
 {
     for (char character : text) {
         auto byte = static_cast<unsigned char>(character);
@@ -30,7 +30,7 @@ std::optional<Url> Url::parseWebLink(std::string_view text)
     auto colon = text.find("://");
     if (colon == std::string_view::npos)
         return std::nullopt;
-    Url url;
+    WebLink url;
     url.scheme = lowered(text.substr(0, colon));
     if (url.scheme != "http" && url.scheme != "https")
         return std::nullopt;
@@ -67,7 +67,7 @@ std::optional<Url> Url::parseWebLink(std::string_view text)
     return url;
 }
 
-std::string Url::toString() const
+std::string WebLink::toString() const
 {
     std::string text = scheme + "://" + authority + path;
     if (query)
