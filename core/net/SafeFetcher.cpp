@@ -1,7 +1,12 @@
 #include "core/net/SafeFetcher.h"
 
+#include "core/net/FetchSession.h"
+
 #include <algorithm>
+#include <atomic>
 #include <string>
+#include <thread>
+#include <variant>
 #include <vector>
 
 namespace quillmar {
@@ -48,7 +53,89 @@ std::vector<std::string_view> labels(std::string_view host)
     }
 }
 
+bool isRedirect(long status)
+{
+    return status == 301 || status == 302 || status == 303 || status == 307 || status == 308;
+}
+
+// The host a transfer to `url` connects to, as the per-host limit counts it.
+std::string hostKey(const Url& url)
+{
+    return url.host() + ":" + url.port().value_or("443");
+}
+
 } // namespace
+
+Result<std::unique_ptr<SafeFetcher>> SafeFetcher::create(Options options)
+{
+    QUILLMAR_TRY_ASSIGN(auto session, FetchSession::create(std::move(options)));
+    return std::unique_ptr<SafeFetcher>(new SafeFetcher(std::move(session)));
+}
+
+SafeFetcher::SafeFetcher(std::unique_ptr<FetchSession> session)
+    : m_session(std::move(session))
+{
+}
+
+SafeFetcher::~SafeFetcher() = default;
+
+FetchResult SafeFetcher::fetch(std::string_view url, std::size_t cap)
+{
+    auto current = Url::parse(url);
+    if (!current || !isAllowed(*current))
+        return Failure::blocked();
+
+    using Clock = std::chrono::steady_clock;
+    auto deadline = Clock::now() + resourceTimeout;
+    // Only this call follows its redirects, one after another on this thread, so the count needs no lock.
+    int redirectsSeen = 0;
+    while (true) {
+        auto remaining = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - Clock::now());
+        if (remaining.count() <= 0)
+            return Failure::transport("The request timed out.");
+        std::variant<FetchSession::Response, Failure> hop;
+        {
+            auto pass = m_gate.enter(hostKey(*current));
+            hop = m_session->get(*current, cap, remaining);
+        }
+        if (auto* failure = std::get_if<Failure>(&hop))
+            return std::move(*failure);
+        auto& response = std::get<FetchSession::Response>(hop);
+
+        if (isRedirect(response.status) && response.location) {
+            ++redirectsSeen;
+            auto target = current->resolved(*response.location);
+            if (redirectsSeen <= maximumRedirects && target && isAllowed(*target)) {
+                current = std::move(target);
+                continue;
+            }
+            // Refused: the answer that asked for the redirect is what this fetch sees.
+        }
+        if (response.status == 404 || response.status == 410)
+            return Failure::notFound();
+        if (response.status < 200 || response.status > 299)
+            return Failure::http(response.status);
+        return std::move(response.body);
+    }
+}
+
+std::vector<FetchResult> SafeFetcher::fetchAll(const std::vector<FetchRequest>& requests, std::size_t parallel)
+{
+    std::vector<FetchResult> results(requests.size(), FetchResult(std::string()));
+    std::atomic<std::size_t> next { 0 };
+    auto work = [&] {
+        for (auto index = next++; index < requests.size(); index = next++)
+            results[index] = fetch(requests[index].url, requests[index].cap);
+    };
+    std::vector<std::thread> threads;
+    auto count = std::clamp<std::size_t>(parallel, 1, std::max<std::size_t>(requests.size(), 1));
+    for (std::size_t index = 1; index < count; ++index)
+        threads.emplace_back(work);
+    work();
+    for (auto& thread : threads)
+        thread.join();
+    return results;
+}
 
 bool SafeFetcher::isAllowed(std::string_view url)
 {
