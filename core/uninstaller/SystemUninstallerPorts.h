@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+
+#include "core/uninstaller/Uninstaller.h"
+
+namespace quillmar {
+
+// The uninstaller's ports on the system being built, owned together. Defined by the backend library
+// CMake picks (quillmar_uninstaller_system): the freedesktop.org Trash and lstat(2) sizes on Linux, the
+// unsupported twins elsewhere.
+struct SystemUninstallerPorts {
+    std::unique_ptr<SigningInfo> signing;
+    std::unique_ptr<DiskUsage> diskUsage;
+    std::unique_ptr<Recycler> recycler;
+
+    UninstallerPorts ports() const { return { *signing, *diskUsage, *recycler }; }
+};
+
+SystemUninstallerPorts makeSystemUninstallerPorts();
+
+} // namespace quillmar
