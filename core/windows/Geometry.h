@@ -53,7 +53,19 @@ struct Rect {
         return { left, bottom, right - left, top - bottom };
     }
 
+    double area() const { return isEmpty() ? 0 : width * height; }
+
+    // The same rectangle in the other vertical convention, flipped about a line `mainHeight` points tall:
+    // y' = mainHeight - y - height. The conversion is its own inverse.
+    Rect flipped(double mainHeight) const { return { x, mainHeight - y - height, width, height }; }
+
     friend bool operator==(const Rect&, const Rect&) = default;
 };
+
+// A point in the other vertical convention: y' = mainHeight - y (a point has no height to account for).
+inline Point flipped(Point p, double mainHeight)
+{
+    return { p.x, mainHeight - p.y };
+}
 
 } // namespace quillmar

@@ -1,0 +1,12 @@
+#include "platform/unsupported/UnsupportedClickMonitor.h"
+
+namespace quillmar {
+
+bool UnsupportedClickMonitor::start(std::function<void()>)
+{
+    return false;
+}
+
+void UnsupportedClickMonitor::stop() { }
+
+} // namespace quillmar

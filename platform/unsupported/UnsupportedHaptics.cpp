@@ -1,0 +1,7 @@
+#include "platform/unsupported/UnsupportedHaptics.h"
+
+namespace quillmar {
+
+void UnsupportedHaptics::performAlignment() { }
+
+} // namespace quillmar
