@@ -161,20 +161,26 @@ std::optional<WindowManager::HistoryEntry> WindowManager::historyEntry(AXElement
     return std::nullopt;
 }
 
-void WindowManager::apply(Layout layout)
+std::optional<WindowManager::FocusedPlacement> WindowManager::focusedPlacement()
 {
     if (!m_ports.accessibility.isTrusted())
-        return;
+        return std::nullopt;
     auto window = focusedWindow();
     if (!window)
-        return;
+        return std::nullopt;
     auto current = frame(*window);
     if (!current)
-        return;
+        return std::nullopt;
     auto onScreen = screen(*current);
     if (!onScreen)
-        return;
-    apply(layout, *window, *onScreen, Feedback::on);
+        return std::nullopt;
+    return FocusedPlacement { *window, *current, *onScreen };
+}
+
+void WindowManager::apply(Layout layout)
+{
+    if (auto focused = focusedPlacement())
+        apply(layout, focused->window, focused->screen, Feedback::on);
 }
 
 void WindowManager::apply(Layout layout, AXElement window, const ScreenInfo& onScreen, Feedback wanted)
@@ -195,19 +201,12 @@ void WindowManager::apply(Layout layout, AXElement window, const ScreenInfo& onS
 
 void WindowManager::toggleMaximize(bool restoreWhenMaximized)
 {
-    if (!m_ports.accessibility.isTrusted())
+    auto focused = focusedPlacement();
+    if (!focused)
         return;
-    auto window = focusedWindow();
-    if (!window)
-        return;
-    auto current = frame(*window);
-    if (!current)
-        return;
-    auto onScreen = screen(*current);
-    if (!onScreen)
-        return;
-    Rect present = toAppKit(*current);
-    Rect maximized = layoutFrame(Layout::maximize, onScreen->visibleFrame, present, m_preferences.windowGap());
+    auto window = focused->window;
+    Rect present = toAppKit(focused->frame);
+    Rect maximized = layoutFrame(Layout::maximize, focused->screen.visibleFrame, present, m_preferences.windowGap());
     if (maximized.isEmpty())
         return;
 
@@ -216,15 +215,15 @@ void WindowManager::toggleMaximize(bool restoreWhenMaximized)
         && within(present.width, maximized.width, maximizedTolerance)
         && within(present.height, maximized.height, maximizedTolerance);
     if (!isMaximized) {
-        remember(*window, *current);
-        set(*window, toAppKit(maximized));
+        remember(window, focused->frame);
+        set(window, toAppKit(maximized));
         feedback(title(ShortcutAction::maximize), symbol(Layout::maximize));
         return;
     }
     if (!restoreWhenMaximized)
         return;
-    if (auto entry = historyEntry(*window); entry && entry->frame.width > 80 && entry->frame.height > 80) {
-        set(*window, entry->frame);
+    if (auto entry = historyEntry(window); entry && entry->frame.width > 80 && entry->frame.height > 80) {
+        set(window, entry->frame);
         feedback(restoredTitle, restoredSymbol);
         return;
     }
@@ -232,24 +231,19 @@ void WindowManager::toggleMaximize(bool restoreWhenMaximized)
     double w = std::round(maximized.width * 0.72);
     double h = std::round(maximized.height * 0.78);
     Rect centred { maximized.midX() - w / 2, maximized.midY() - h / 2, w, h };
-    set(*window, toAppKit(centred));
+    set(window, toAppKit(centred));
     feedback(title(ShortcutAction::center), symbol(Layout::center));
 }
 
 void WindowManager::moveToDisplay(DisplayDirection direction)
 {
-    if (!m_ports.accessibility.isTrusted())
-        return;
-    auto window = focusedWindow();
-    if (!window)
-        return;
-    auto current = frame(*window);
-    if (!current)
+    auto focused = focusedPlacement();
+    if (!focused)
         return;
     auto screens = m_ports.screens.screens();
-    auto from = screen(*current);
-    if (screens.size() < 2 || !from)
+    if (screens.size() < 2)
         return;
+    const auto* from = &focused->screen;
 
     std::stable_sort(screens.begin(), screens.end(), [](const ScreenInfo& a, const ScreenInfo& b) {
         if (a.frame.minX() != b.frame.minX())
@@ -264,7 +258,7 @@ void WindowManager::moveToDisplay(DisplayDirection direction)
     const Rect& target = to.visibleFrame;
     if (source.isEmpty() || target.isEmpty())
         return;
-    Rect present = toAppKit(*current);
+    Rect present = toAppKit(focused->frame);
     double sx = target.width / source.width;
     double sy = target.height / source.height;
     double w = std::min(std::round(present.width * sx), target.width);
@@ -272,8 +266,8 @@ void WindowManager::moveToDisplay(DisplayDirection direction)
     double x = std::clamp(std::round(target.minX() + (present.minX() - source.minX()) * sx), target.minX(), target.maxX() - w);
     double y = std::clamp(std::round(target.minY() + (present.minY() - source.minY()) * sy), target.minY(), target.maxY() - h);
 
-    remember(*window, *current);
-    set(*window, toAppKit({ x, y, w, h }));
+    remember(focused->window, focused->frame);
+    set(focused->window, toAppKit({ x, y, w, h }));
     auto action = direction == DisplayDirection::next ? ShortcutAction::nextDisplay : ShortcutAction::previousDisplay;
     feedback(title(action), displaySymbol);
 }

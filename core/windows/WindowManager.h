@@ -83,6 +83,14 @@ public:
 
     // The focused window of the frontmost application, or its main window, or its first usable window.
     std::optional<AXElement> focusedWindow();
+
+    // The focused window with its frame (top-left) and its screen; none without trust or when any is missing.
+    struct FocusedPlacement {
+        AXElement window;
+        Rect frame;
+        ScreenInfo screen;
+    };
+    std::optional<FocusedPlacement> focusedPlacement();
     // Whether a window element can be laid out (role, subrole, minimised, full screen, settable, size).
     bool isUsable(AXElement window) const;
 
