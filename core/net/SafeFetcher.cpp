@@ -1,11 +1,10 @@
 #include "core/net/SafeFetcher.h"
 
 #include "core/net/FetchSession.h"
+#include "core/runtime/ParallelFor.h"
 
 #include <algorithm>
-#include <atomic>
 #include <string>
-#include <thread>
 #include <variant>
 #include <vector>
 
@@ -122,18 +121,8 @@ FetchResult SafeFetcher::fetch(std::string_view url, std::size_t cap)
 std::vector<FetchResult> SafeFetcher::fetchAll(const std::vector<FetchRequest>& requests, std::size_t parallel)
 {
     std::vector<FetchResult> results(requests.size(), FetchResult(std::string()));
-    std::atomic<std::size_t> next { 0 };
-    auto work = [&] {
-        for (auto index = next++; index < requests.size(); index = next++)
-            results[index] = fetch(requests[index].url, requests[index].cap);
-    };
-    std::vector<std::thread> threads;
-    auto count = std::clamp<std::size_t>(parallel, 1, std::max<std::size_t>(requests.size(), 1));
-    for (std::size_t index = 1; index < count; ++index)
-        threads.emplace_back(work);
-    work();
-    for (auto& thread : threads)
-        thread.join();
+    parallelFor(requests.size(), parallel,
+        [&](std::size_t index) { results[index] = fetch(requests[index].url, requests[index].cap); });
     return results;
 }
 

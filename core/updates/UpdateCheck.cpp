@@ -1,15 +1,14 @@
 #include "core/updates/UpdateCheck.h"
 
 #include <algorithm>
-#include <atomic>
 #include <map>
 #include <mutex>
 #include <string>
-#include <thread>
 
 #include "core/appcast/Appcast.h"
 #include "core/apps/AppStoreLookup.h"
 #include "core/apps/ElectronFeed.h"
+#include "core/runtime/ParallelFor.h"
 #include "core/versions/AppVersion.h"
 
 namespace quillmar {
@@ -200,36 +199,24 @@ std::vector<AppUpdate> UpdateCheck::run(const std::vector<InstalledBundle>& apps
         progress(done, apps.size());
 
     // Each task settles rows no other task touches, so only the progress count is shared.
-    std::atomic<std::size_t> next { 0 };
-    auto work = [&] {
-        for (auto taskIndex = next++; taskIndex < tasks.size(); taskIndex = next++) {
-            const auto& task = tasks[taskIndex];
-            auto result = m_fetcher.fetch(task.url, task.cap);
-            if (!result) {
-                for (auto index : task.rows)
-                    markNotCheckable(rows[index], problemFor(result.failure()), result.failure().description());
-            } else if (task.source == UpdateSource::appcast) {
-                settleAppcast(rows[task.rows.front()], result.body(), m_environment);
-            } else if (task.source == UpdateSource::electron) {
-                settleElectron(rows[task.rows.front()], result.body(), m_environment);
-            } else {
-                settleStore(rows, task, result.body(), m_environment);
-            }
-            std::lock_guard guard(progressLock);
-            done += task.rows.size();
-            if (progress)
-                progress(done, apps.size());
+    parallelFor(tasks.size(), m_environment.parallelFetches, [&](std::size_t taskIndex) {
+        const auto& task = tasks[taskIndex];
+        auto result = m_fetcher.fetch(task.url, task.cap);
+        if (!result) {
+            for (auto index : task.rows)
+                markNotCheckable(rows[index], problemFor(result.failure()), result.failure().description());
+        } else if (task.source == UpdateSource::appcast) {
+            settleAppcast(rows[task.rows.front()], result.body(), m_environment);
+        } else if (task.source == UpdateSource::electron) {
+            settleElectron(rows[task.rows.front()], result.body(), m_environment);
+        } else {
+            settleStore(rows, task, result.body(), m_environment);
         }
-    };
-
-    auto threadCount = std::min(std::max<std::size_t>(1, m_environment.parallelFetches), tasks.size());
-    std::vector<std::thread> workers;
-    for (std::size_t i = 1; i < threadCount; ++i)
-        workers.emplace_back(work);
-    if (threadCount > 0)
-        work(); // the calling thread is one of the workers
-    for (auto& worker : workers)
-        worker.join();
+        std::lock_guard guard(progressLock);
+        done += task.rows.size();
+        if (progress)
+            progress(done, apps.size());
+    });
     return rows;
 }
 
