@@ -39,6 +39,68 @@ std::optional<nlohmann::json> Settings::lookup(std::string_view key) const
     return std::nullopt;
 }
 
+template<typename T>
+std::optional<T> Settings::typed(std::string_view key, std::optional<T> (*convert)(const nlohmann::json&)) const
+{
+    std::lock_guard lock(m_mutex);
+    auto keyString = std::string(key);
+    if (auto found = m_values.find(keyString); found != m_values.end()) {
+        if (auto value = convert(*found))
+            return value;
+    }
+    if (auto found = m_defaults.find(keyString); found != m_defaults.end())
+        return convert(*found);
+    return std::nullopt;
+}
+
+namespace {
+
+std::optional<bool> asBool(const nlohmann::json& value)
+{
+    if (!value.is_boolean())
+        return std::nullopt;
+    return value.get<bool>();
+}
+
+std::optional<std::int64_t> asInteger(const nlohmann::json& value)
+{
+    if (!value.is_number_integer())
+        return std::nullopt;
+    if (value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(INT64_MAX))
+        return std::nullopt;
+    return value.get<std::int64_t>();
+}
+
+std::optional<double> asNumber(const nlohmann::json& value)
+{
+    if (!value.is_number())
+        return std::nullopt;
+    return value.get<double>();
+}
+
+std::optional<std::string> asString(const nlohmann::json& value)
+{
+    if (!value.is_string())
+        return std::nullopt;
+    return value.get<std::string>();
+}
+
+std::optional<std::vector<std::string>> asStringArray(const nlohmann::json& value)
+{
+    if (!value.is_array())
+        return std::nullopt;
+    std::vector<std::string> strings;
+    strings.reserve(value.size());
+    for (const auto& element : value) {
+        if (!element.is_string())
+            return std::nullopt;
+        strings.push_back(element.get<std::string>());
+    }
+    return strings;
+}
+
+} // namespace
+
 bool Settings::contains(std::string_view key) const
 {
     std::lock_guard lock(m_mutex);
@@ -47,51 +109,27 @@ bool Settings::contains(std::string_view key) const
 
 std::optional<bool> Settings::boolValue(std::string_view key) const
 {
-    auto value = lookup(key);
-    if (!value || !value->is_boolean())
-        return std::nullopt;
-    return value->get<bool>();
+    return typed(key, asBool);
 }
 
 std::optional<std::int64_t> Settings::integer(std::string_view key) const
 {
-    auto value = lookup(key);
-    if (!value || !value->is_number_integer())
-        return std::nullopt;
-    if (value->is_number_unsigned() && value->get<std::uint64_t>() > static_cast<std::uint64_t>(INT64_MAX))
-        return std::nullopt;
-    return value->get<std::int64_t>();
+    return typed(key, asInteger);
 }
 
 std::optional<double> Settings::number(std::string_view key) const
 {
-    auto value = lookup(key);
-    if (!value || !value->is_number())
-        return std::nullopt;
-    return value->get<double>();
+    return typed(key, asNumber);
 }
 
 std::optional<std::string> Settings::string(std::string_view key) const
 {
-    auto value = lookup(key);
-    if (!value || !value->is_string())
-        return std::nullopt;
-    return value->get<std::string>();
+    return typed(key, asString);
 }
 
 std::optional<std::vector<std::string>> Settings::stringArray(std::string_view key) const
 {
-    auto value = lookup(key);
-    if (!value || !value->is_array())
-        return std::nullopt;
-    std::vector<std::string> strings;
-    strings.reserve(value->size());
-    for (const auto& element : *value) {
-        if (!element.is_string())
-            return std::nullopt;
-        strings.push_back(element.get<std::string>());
-    }
-    return strings;
+    return typed(key, asStringArray);
 }
 
 std::optional<nlohmann::json> Settings::json(std::string_view key) const

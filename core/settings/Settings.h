@@ -16,8 +16,10 @@
 namespace quillmar {
 
 // The user's settings: one dictionary under dotted lower-camel keys ("features.disabled"), saved through a
-// backend after every change. Each owning object registers its defaults once; a read returns the saved
-// value, else the registered default. A value of the wrong type reads as absent. Safe from any thread.
+// backend after every change. Each owning object registers its defaults once; a typed read returns the saved
+// value, else the registered default. A saved value of the wrong type (left by an older version or edited
+// by hand) reads as the registered default, and as absent when there is none or it has the wrong type too;
+// the saved value itself is left as it is. Safe from any thread.
 class Settings final {
 public:
     using ObserverId = std::uint64_t;
@@ -54,6 +56,9 @@ public:
 
 private:
     std::optional<nlohmann::json> lookup(std::string_view key) const;
+    // The saved value that `convert` accepts, else the registered default that it accepts.
+    template<typename T>
+    std::optional<T> typed(std::string_view key, std::optional<T> (*convert)(const nlohmann::json&)) const;
     void saveAndNotify(std::unique_lock<std::mutex>& lock, std::string_view key);
 
     std::unique_ptr<SettingsBackend> m_backend;

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include <gtest/gtest.h>
 
 #include "core/settings/MemorySettingsBackend.h"
@@ -11,7 +13,7 @@ Settings settingsWith(nlohmann::json values)
     return Settings(std::make_unique<MemorySettingsBackend>(std::move(values)));
 }
 
-TEST(Settings, TypedReadsTreatAWrongTypeAsAbsent)
+TEST(Settings, TypedReadsWithoutADefaultTreatAWrongTypeAsAbsent)
 {
     auto settings = settingsWith({ { "flag", true }, { "count", 3 }, { "ratio", 0.5 }, { "name", "x" },
         { "list", { "a", "b" } }, { "mixedList", { "a", 1 } }, { "huge", 18446744073709551615u } });
@@ -29,6 +31,36 @@ TEST(Settings, TypedReadsTreatAWrongTypeAsAbsent)
     EXPECT_EQ(settings.stringArray("mixedList"), std::nullopt);
     EXPECT_EQ(settings.stringArray("name"), std::nullopt);
     EXPECT_EQ(settings.string("missing"), std::nullopt);
+}
+
+TEST(Settings, ASavedValueOfTheWrongTypeReadsAsTheRegisteredDefault)
+{
+    // A default-on switch saved as a string must read as on, not as off.
+    struct Row {
+        const char* name;
+        nlohmann::json saved;
+        nlohmann::json registered;
+        std::function<bool(const Settings&)> readsRegistered;
+    };
+    const std::vector<std::string> fallbackList { "x" };
+    const Row rows[] = {
+        { "boolSavedAsString", "yes", true, [](const Settings& s) { return s.boolValue("key") == true; } },
+        { "boolSavedAsNumber", 0, true, [](const Settings& s) { return s.boolValue("key") == true; } },
+        { "integerSavedAsFraction", 2.5, 7, [](const Settings& s) { return s.integer("key") == 7; } },
+        { "integerSavedAsBool", false, 7, [](const Settings& s) { return s.integer("key") == 7; } },
+        { "numberSavedAsString", "1.5", 0.25, [](const Settings& s) { return s.number("key") == 0.25; } },
+        { "stringSavedAsArray", { "a" }, "auto", [](const Settings& s) { return s.string("key") == "auto"; } },
+        { "stringSavedAsNull", nullptr, "auto", [](const Settings& s) { return s.string("key") == "auto"; } },
+        { "listSavedAsString", "a", fallbackList, [&](const Settings& s) { return s.stringArray("key") == fallbackList; } },
+        { "listWithANumberInIt", { "a", 1 }, fallbackList,
+            [&](const Settings& s) { return s.stringArray("key") == fallbackList; } },
+    };
+    for (const auto& row : rows) {
+        auto settings = settingsWith({ { "key", row.saved } });
+        settings.registerDefaults({ { "key", row.registered } });
+        EXPECT_TRUE(row.readsRegistered(settings)) << row.name;
+        EXPECT_TRUE(settings.contains("key")) << row.name << ": the saved value is kept as it is";
+    }
 }
 
 TEST(Settings, SavedValuesWinOverRegisteredDefaults)
