@@ -26,6 +26,7 @@ Result<nlohmann::json> JsonFileSettingsBackend::parse(std::string_view text)
 
 Result<nlohmann::json> JsonFileSettingsBackend::load()
 {
+    removeStaleTemporaries(m_path);
     QUILLMAR_TRY_ASSIGN(auto text, readFile(m_path));
     if (!text)
         return nlohmann::json::object();

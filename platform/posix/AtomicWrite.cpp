@@ -1,13 +1,14 @@
-#include "core/base/Files.h"
+#include "core/base/FileSystemCalls.h"
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <fmt/format.h>
 
-namespace quillmar {
+namespace quillmar::FileSystemCalls {
 
 namespace {
 
@@ -41,17 +42,22 @@ private:
 
 } // namespace
 
-Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_view contents)
+long currentProcessId()
 {
-    std::error_code error;
-    auto folder = path.parent_path();
-    if (!folder.empty())
-        std::filesystem::create_directories(folder, error);
-    if (error)
-        return Error { "file.unwritable", fmt::format("Could not create {}.", folder.string()), error.message() };
+    return static_cast<long>(::getpid());
+}
 
-    auto temporary = path;
-    temporary += fmt::format(".tmp-{}", ::getpid());
+bool processIsRunning(long pid)
+{
+    if (pid <= 0 || pid != static_cast<long>(static_cast<pid_t>(pid)))
+        return false;
+    // Signal 0 only asks whether the process exists; EPERM means it does but belongs to someone else.
+    return ::kill(static_cast<pid_t>(pid), 0) == 0 || errno != ESRCH;
+}
+
+Result<void> replaceThroughTemporary(const std::filesystem::path& path, const std::filesystem::path& temporary,
+    std::string_view contents)
+{
     FileDescriptor file(::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     if (!file.valid())
         return writeError(path, "open");
@@ -81,10 +87,11 @@ Result<void> writeFileAtomically(const std::filesystem::path& path, std::string_
         return failure;
     }
     // The rename itself reaches the disk only with the folder's entry.
+    auto folder = path.parent_path();
     FileDescriptor directory(::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (directory.valid())
         ::fsync(directory.get());
     return {};
 }
 
-} // namespace quillmar
+} // namespace quillmar::FileSystemCalls

@@ -62,6 +62,20 @@ TEST(JsonFileSettingsBackend, MissingFileLoadsEmptyAndSaveCreatesFolders)
     EXPECT_EQ(namesIn(path.parent_path()), (std::vector<std::string> { "settings.json" })) << "no temporary left";
 }
 
+TEST(JsonFileSettingsBackend, LoadingRemovesTheTemporaryOfAKilledWrite)
+{
+    TemporaryFolder folder;
+    VirtualRuntime runtime;
+    auto path = folder.path() / "settings.json";
+    writeText(path, R"({"a": 1})");
+    // A pid above any kernel's limit: the process that wrote it is gone.
+    writeText(folder.path() / "settings.json.tmp-2147483647", R"({"a": )");
+
+    JsonFileSettingsBackend backend(path, runtime.clock());
+    ASSERT_TRUE(backend.load());
+    EXPECT_EQ(namesIn(folder.path()), (std::vector<std::string> { "settings.json" }));
+}
+
 TEST(JsonFileSettingsBackend, UnreadableFileIsKeptAsideAndNeverOverwritten)
 {
     TemporaryFolder folder;
