@@ -152,21 +152,31 @@ std::optional<InputEvent> WindowDragging::handle(const InputEvent& event)
 
 std::optional<SnapZones::Zone> WindowDragging::zone(Point pointer)
 {
-    auto all = screens();
-    Point flippedPointer = flipped(pointer, m_ports.screens.mainDisplayHeight());
-    return SnapZones::zone(flippedPointer, all, m_samples.speed(now()), m_preferences.snapConfig());
+    auto found = zoneWithScreen(pointer);
+    if (!found)
+        return std::nullopt;
+    return found->first;
 }
 
-void WindowDragging::showZone(const std::optional<SnapZones::Zone>& zone, const Rect& frame)
+std::optional<std::pair<SnapZones::Zone, ScreenInfo>> WindowDragging::zoneWithScreen(Point pointer)
 {
     auto all = screens();
-    if (!zone || zone->screen >= all.size()) {
+    Point flippedPointer = flipped(pointer, m_ports.screens.mainDisplayHeight());
+    auto found = SnapZones::zone(flippedPointer, all, m_samples.speed(now()), m_preferences.snapConfig());
+    if (!found || found->screen >= all.size())
+        return std::nullopt;
+    return std::pair { *found, all[found->screen] };
+}
+
+void WindowDragging::showZone(const std::optional<std::pair<SnapZones::Zone, ScreenInfo>>& zone, const Rect& frame)
+{
+    if (!zone) {
         hideOverlay();
         return;
     }
-    const auto& screen = all[zone->screen];
+    const auto& [found, screen] = *zone;
     Rect current = frame.flipped(m_ports.screens.mainDisplayHeight());
-    m_ports.overlay.show(layoutFrame(zone->layout, screen.visibleFrame, current, m_preferences.windowGap()), screen);
+    m_ports.overlay.show(layoutFrame(found.layout, screen.visibleFrame, current, m_preferences.windowGap()), screen);
     m_overlayShown = true;
 }
 
@@ -224,16 +234,15 @@ std::optional<InputEvent> WindowDragging::dragTitle(const InputEvent& event)
     if (drag.state != TitleDragState::confirmed)
         return event;
 
-    auto found = zone(pointer);
+    auto found = zoneWithScreen(pointer);
     showZone(found, drag.lastFrame);
-    drag.zone = found ? static_cast<std::size_t>(found->layout) : noLayoutIndex;
+    drag.zone = found ? static_cast<std::size_t>(found->first.layout) : noLayoutIndex;
     drag.zoneScreen.reset();
     if (!found)
         return event;
-    auto all = screens();
-    drag.zoneScreen = all[found->screen];
+    drag.zoneScreen = found->second;
 
-    if (!m_topDragOpensMissionControl || !isTopEdgeLayout(found->layout))
+    if (!m_topDragOpensMissionControl || !isTopEdgeLayout(found->first.layout))
         return event;
     // Keep the pointer a point below the top of the screen so that the Dock does not open Mission Control.
     double lowest = m_ports.screens.mainDisplayHeight() - drag.zoneScreen->frame.maxY() + 1.0;
@@ -401,8 +410,14 @@ void WindowDragging::dragGesture(const InputEvent& event)
     m_mover.submit(gesture.window, gesture.lastFrame, resizing);
 
     if (!resizing && m_snapOn) {
-        gesture.zone = zone(pointer);
-        showZone(gesture.zone, gesture.lastFrame);
+        auto found = zoneWithScreen(pointer);
+        gesture.zone.reset();
+        gesture.zoneScreen.reset();
+        if (found) {
+            gesture.zone = found->first;
+            gesture.zoneScreen = found->second;
+        }
+        showZone(found, gesture.lastFrame);
     }
 }
 
@@ -424,21 +439,18 @@ std::optional<InputEvent> WindowDragging::endGesture(const InputEvent& event)
     } else {
         m_mover.submit(gesture.window, gesture.lastFrame, gesture.mode == GestureMode::resize);
         hideOverlay();
-        if (gesture.zone) {
-            auto all = screens();
-            if (gesture.zone->screen < all.size()) {
-                auto layout = gesture.zone->layout;
-                auto screen = all[gesture.zone->screen];
-                // After the mover's last write, so that the snapped frame is the one that stays.
-                m_mover.whenIdle([this, alive, gesture, layout, screen] {
-                    m_runtime.mainQueue().post([this, alive, gesture, layout, screen] {
-                        if (alive.expired())
-                            return;
-                        m_manager.apply(layout, gesture.window, screen, Feedback::off);
-                        recordSnap(gesture.windowNumber, gesture.startFrame.size());
-                    });
+        if (gesture.zone && gesture.zoneScreen) {
+            auto layout = gesture.zone->layout;
+            auto screen = *gesture.zoneScreen;
+            // After the mover's last write, so that the snapped frame is the one that stays.
+            m_mover.whenIdle([this, alive, gesture, layout, screen] {
+                m_runtime.mainQueue().post([this, alive, gesture, layout, screen] {
+                    if (alive.expired())
+                        return;
+                    m_manager.apply(layout, gesture.window, screen, Feedback::off);
+                    recordSnap(gesture.windowNumber, gesture.startFrame.size());
                 });
-            }
+            });
         }
     }
 

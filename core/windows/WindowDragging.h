@@ -72,6 +72,7 @@ public:
         bool passedThreshold = false;
         Rect lastFrame;
         std::optional<SnapZones::Zone> zone;
+        std::optional<ScreenInfo> zoneScreen; // the screen `zone` was found on, as it was then
         InputEvent heldMouseDown;
     };
 
@@ -134,7 +135,10 @@ public:
 private:
     double now() const;
     std::vector<ScreenInfo> screens() const;
-    void showZone(const std::optional<SnapZones::Zone>& zone, const Rect& frame);
+    // The zone under `pointer` (top-left) and its screen, from one reading of the screen list: displays may
+    // come and go or reorder between two reads, so a zone's index is never looked up in another reading.
+    std::optional<std::pair<SnapZones::Zone, ScreenInfo>> zoneWithScreen(Point pointer);
+    void showZone(const std::optional<std::pair<SnapZones::Zone, ScreenInfo>>& zone, const Rect& frame);
     void hideOverlay();
     void recordSnap(std::uint32_t windowID, Size original);
 

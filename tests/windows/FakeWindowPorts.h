@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <utility>
@@ -18,8 +19,16 @@ class FakeScreens final : public Screens {
 public:
     std::vector<ScreenInfo> list;
     double mainHeight = 0;
+    // Runs after each read, to change the displays between two reads.
+    std::function<void()> afterRead;
 
-    std::vector<ScreenInfo> screens() const override { return list; }
+    std::vector<ScreenInfo> screens() const override
+    {
+        auto result = list;
+        if (afterRead)
+            afterRead();
+        return result;
+    }
     double mainDisplayHeight() const override { return mainHeight; }
 };
 

@@ -201,6 +201,43 @@ TEST_F(WindowDraggingTest, ShowsTheZoneAndSnapsOnRelease)
     EXPECT_FALSE(dragging.titleDrag());
 }
 
+// The right half of the display added by addRightDisplay, top-left.
+constexpr Rect rightDisplayRightHalf { 2400, 0, 960, 1080 };
+// The right edge of that display, top-left.
+constexpr Point rightDisplayRightEdge { 3358, 500 };
+
+TEST_F(WindowDraggingTest, ATitleDragKeepsTheZonesScreenWhenADisplayGoesAwayMidDrag)
+{
+    addRightDisplay();
+    press({ 400, 160 });
+    dragTo({ 420, 165 });
+    // The second display is gone from the next read on.
+    screens.afterRead = [this] { screens.list.resize(1); };
+    dragTo(rightDisplayRightEdge);
+    ASSERT_TRUE(dragging.titleDrag()->zoneScreen);
+    EXPECT_EQ(dragging.titleDrag()->zoneScreen->frame, (Rect { 1440, -180, 1920, 1080 }));
+    ASSERT_TRUE(overlay.visible);
+
+    // Still gone: no zone on the next event, and nothing to snap to.
+    dragTo({ 3350, 500 });
+    EXPECT_FALSE(overlay.visible);
+    release();
+    runtime.runUntilIdle();
+    EXPECT_TRUE(dragging.snapped().empty());
+}
+
+TEST_F(WindowDraggingTest, AChordDragSnapsOnTheScreenItShowedEvenWhenTheScreensReorder)
+{
+    addRightDisplay();
+    press({ 400, 300 }, chordFlags);
+    dragTo(rightDisplayRightEdge, false);
+    ASSERT_TRUE(overlay.visible);
+    std::swap(screens.list[0], screens.list[1]);
+    EXPECT_FALSE(release());
+    runtime.runUntilIdle();
+    EXPECT_EQ(editor().frame, rightDisplayRightHalf);
+}
+
 TEST_F(WindowDraggingTest, KeepsThePointerBelowTheTopSoTheDockDoesNotOpenMissionControl)
 {
     dragging.configure(/*snap=*/true, /*chordDrags=*/false);
