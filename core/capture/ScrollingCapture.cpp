@@ -107,15 +107,19 @@ ScrollingCapture::Outcome ScrollingCapture::stop(Ending ending)
 {
     m_mainQueue.assertMainThread("ScrollingCapture");
     Outcome outcome;
-    if (ending == Ending::interrupted) {
-        outcome.message = "Scrolling capture stopped";
-    } else if (!m_anyFrame) {
-        outcome.message = "Nothing was recorded.";
-    } else if (auto image = m_stitcher.compose()) {
-        outcome.image = std::move(image).value();
-    } else {
-        outcome.message = "Nothing was captured";
+    // An interruption keeps what was stitched so far; the message says the capture did not end as asked.
+    std::optional<Bitmap> image;
+    if (m_anyFrame) {
+        if (auto composed = m_stitcher.compose())
+            image = std::move(composed).value();
     }
+    if (ending == Ending::interrupted)
+        outcome.message = "Scrolling capture stopped";
+    else if (!m_anyFrame)
+        outcome.message = "Nothing was recorded.";
+    else if (!image)
+        outcome.message = "Nothing was captured";
+    outcome.image = std::move(image);
     bool wasRunning = m_running;
     m_running = false;
     if (wasRunning)

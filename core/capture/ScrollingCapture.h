@@ -25,7 +25,8 @@ public:
     // user cancelled, the captured window went away).
     enum class Ending { done, interrupted };
 
-    // What is left after stopping: the tall image, or a message for the user.
+    // What is left after stopping: the tall image when anything was stitched, and a message for the user
+    // (empty after Done with an image).
     struct Outcome {
         std::optional<Bitmap> image;
         std::string message;
@@ -49,9 +50,10 @@ public:
     double capturedHeight() const;
     bool isRunning() const;
 
-    // Ends the session. Done with a started plan gives the composed image; otherwise a message:
-    // "Scrolling capture stopped" when interrupted, "Nothing was recorded." when no frame arrived at all,
-    // "Nothing was captured" when frames arrived but none could be used.
+    // Ends the session. A started plan gives the composed image, whichever the ending. The message is
+    // "Scrolling capture stopped" when interrupted (with or without an image); after Done it is empty with
+    // an image, "Nothing was recorded." when no frame arrived at all, and "Nothing was captured" when frames
+    // arrived but none could be used.
     Outcome stop(Ending ending);
 
     // Called after every change of state, height or running.

@@ -107,12 +107,15 @@ TEST_F(ScrollingCaptureTest, StopMessages)
         std::vector<bool> framesReadable;
         ScrollingCapture::Ending ending;
         const char* message;
+        bool keepsImage;
     };
     const Row rows[] = {
-        { "interruptedWithFrames", { true, true }, ScrollingCapture::Ending::interrupted, "Scrolling capture stopped" },
-        { "interruptedWithout", {}, ScrollingCapture::Ending::interrupted, "Scrolling capture stopped" },
-        { "doneBeforeAnyFrame", {}, ScrollingCapture::Ending::done, "Nothing was recorded." },
-        { "doneWithOnlyUnreadableFrames", { false, false }, ScrollingCapture::Ending::done, "Nothing was captured" },
+        { "interruptedWithFrames", { true, true }, ScrollingCapture::Ending::interrupted, "Scrolling capture stopped", true },
+        { "interruptedWithout", {}, ScrollingCapture::Ending::interrupted, "Scrolling capture stopped", false },
+        { "interruptedWithOnlyUnreadableFrames", { false }, ScrollingCapture::Ending::interrupted,
+            "Scrolling capture stopped", false },
+        { "doneBeforeAnyFrame", {}, ScrollingCapture::Ending::done, "Nothing was recorded.", false },
+        { "doneWithOnlyUnreadableFrames", { false, false }, ScrollingCapture::Ending::done, "Nothing was captured", false },
     };
     for (const auto& row : rows) {
         ScrollingCapture capture(m_runtime.mainQueue(), nullptr, 2.0);
@@ -125,8 +128,18 @@ TEST_F(ScrollingCaptureTest, StopMessages)
         }
         auto outcome = capture.stop(row.ending);
         EXPECT_EQ(outcome.message, row.message) << row.name;
-        EXPECT_FALSE(outcome.image.has_value()) << row.name;
+        EXPECT_EQ(outcome.image.has_value(), row.keepsImage) << row.name;
     }
+}
+
+TEST_F(ScrollingCaptureTest, AnInterruptedCaptureKeepsWhatWasStitched)
+{
+    scrollTo(0);
+    scrollTo(100);
+    auto outcome = m_capture.stop(ScrollingCapture::Ending::interrupted);
+    ASSERT_TRUE(outcome.image.has_value());
+    EXPECT_TRUE(outcome.image->samePixels(m_page.rows(0, 400)));
+    EXPECT_EQ(outcome.message, "Scrolling capture stopped");
 }
 
 TEST(ScrollingCapture, HeightTitleRoundsAndGroupsThousands)
