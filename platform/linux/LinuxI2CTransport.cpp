@@ -80,7 +80,7 @@ bool LinuxI2CTransport::write(const DDCServiceID& service, std::uint8_t chipAddr
     return device && device->write(chipAddress, dataAddress, bytes);
 }
 
-bool LinuxI2CTransport::read(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t, std::span<std::uint8_t> buffer)
+bool LinuxI2CTransport::read(const DDCServiceID& service, std::uint8_t chipAddress, std::span<std::uint8_t> buffer)
 {
     auto device = LinuxI2CDevice::open(service);
     return device && device->read(chipAddress, buffer);

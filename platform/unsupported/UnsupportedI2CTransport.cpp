@@ -12,7 +12,7 @@ bool UnsupportedI2CTransport::write(const DDCServiceID&, std::uint8_t, std::uint
     return false;
 }
 
-bool UnsupportedI2CTransport::read(const DDCServiceID&, std::uint8_t, std::uint8_t, std::span<std::uint8_t>)
+bool UnsupportedI2CTransport::read(const DDCServiceID&, std::uint8_t, std::span<std::uint8_t>)
 {
     return false;
 }

@@ -10,8 +10,7 @@ public:
     Result<std::vector<DDCDisplay>> externalDisplays() override;
     bool write(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t dataAddress,
         std::span<const std::uint8_t> bytes) override;
-    bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t offset,
-        std::span<std::uint8_t> buffer) override;
+    bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::span<std::uint8_t> buffer) override;
 };
 
 } // namespace quillmar

@@ -11,7 +11,7 @@ bool FakeI2CBus::write(const DDCServiceID& service, std::uint8_t chipAddress, st
     return !acceptWrite || acceptWrite(writes.back());
 }
 
-bool FakeI2CBus::read(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t, std::span<std::uint8_t> buffer)
+bool FakeI2CBus::read(const DDCServiceID& service, std::uint8_t chipAddress, std::span<std::uint8_t> buffer)
 {
     reads.push_back(Read { service, chipAddress, m_clock.uptime() });
     auto& queue = replies[service];

@@ -32,8 +32,7 @@ public:
     Result<std::vector<DDCDisplay>> externalDisplays() override { return displays; }
     bool write(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t dataAddress,
         std::span<const std::uint8_t> bytes) override;
-    bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t offset,
-        std::span<std::uint8_t> buffer) override;
+    bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::span<std::uint8_t> buffer) override;
 
     // The reply a monitor gives to a get request: value or unsupported, with a correct checksum.
     static std::vector<std::uint8_t> reply(std::uint8_t code, std::uint16_t current, std::uint16_t maximum,

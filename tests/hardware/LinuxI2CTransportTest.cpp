@@ -131,8 +131,8 @@ TEST_F(LinuxI2CTransportTest, BusCallsOnADeviceThatIsNotAnI2CAdapterFail)
     const std::uint8_t packet[] { 0x82, 0x01, 0x10, 0xAC };
     EXPECT_FALSE(transport.write((dev() / "i2c-3").string(), 0x37, 0x51, packet));
     std::uint8_t reply[11] {};
-    EXPECT_FALSE(transport.read((dev() / "i2c-3").string(), 0x37, 0x51, reply));
-    EXPECT_FALSE(transport.read((dev() / "i2c-9").string(), 0x37, 0x51, reply));
+    EXPECT_FALSE(transport.read((dev() / "i2c-3").string(), 0x37, reply));
+    EXPECT_FALSE(transport.read((dev() / "i2c-9").string(), 0x37, reply));
 }
 
 } // namespace

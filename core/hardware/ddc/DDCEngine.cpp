@@ -100,7 +100,7 @@ DDCEngine::ReadOutcome DDCEngine::readNow(std::uint8_t code, const DDCServiceID&
             continue;
         m_clock.sleepFor(replyDelay);
         std::array<std::uint8_t, DDCPacket::replyLength> reply {};
-        if (!m_transport.read(service, DDCPacket::chipAddress, DDCPacket::hostAddress, reply))
+        if (!m_transport.read(service, DDCPacket::chipAddress, reply))
             continue;
         auto outcome = DDCPacket::parse(reply, code);
         if (outcome.status != ReadOutcome::Status::failed)

@@ -23,9 +23,10 @@ public:
     virtual bool write(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t dataAddress,
         std::span<const std::uint8_t> bytes) = 0;
 
-    // Reads `buffer.size()` bytes from `chipAddress` at `offset`. True on success.
-    virtual bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::uint8_t offset,
-        std::span<std::uint8_t> buffer) = 0;
+    // Reads `buffer.size()` bytes from `chipAddress` in one plain read. A DDC/CI reply is read this way, with
+    // no register offset written first (writing one would reach the monitor as a malformed message); a
+    // system whose call takes an offset passes 0. True on success.
+    virtual bool read(const DDCServiceID& service, std::uint8_t chipAddress, std::span<std::uint8_t> buffer) = 0;
 };
 
 } // namespace quillmar
