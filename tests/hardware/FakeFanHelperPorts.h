@@ -49,6 +49,8 @@ public:
     bool exists(const std::filesystem::path& path) override { return markers.contains(path); }
     Result<void> writeMarker(const std::filesystem::path& path) override
     {
+        if (failMarkerWrite)
+            return Error { "files.marker", "The marker can't be written.", path.string() };
         markers.insert(path);
         return {};
     }
@@ -60,6 +62,7 @@ public:
 
     LockState lock;
     bool failOpen = false;
+    bool failMarkerWrite = false;
     std::filesystem::path lockPath;
     std::set<std::filesystem::path> markers;
 };

@@ -232,6 +232,54 @@ TEST_F(FanHelperServiceTest, AFailedApplyReportsItsSentenceAndLeavesTheFansAutom
     EXPECT_FALSE(service->restorePending());
 }
 
+TEST_F(FanHelperServiceTest, AnApplyIsRefusedWhenTheMarkerCannotBeWritten)
+{
+    startWithSession();
+    files.failMarkerWrite = true;
+    auto response = transport.send(app, FanHelperRequest::apply(70));
+    EXPECT_FALSE(response.controller);
+    EXPECT_EQ(response.message, FanHelperService::markerUnwritableMessage);
+    EXPECT_TRUE(fansAutomatic()) << "without the marker a crash would leave them manual";
+    EXPECT_FALSE(service->controller());
+
+    // Already in control: a new level is refused too, and the fans go back to automatic.
+    files.failMarkerWrite = false;
+    ASSERT_TRUE(transport.send(app, FanHelperRequest::apply(50)).controller);
+    files.failMarkerWrite = true;
+    EXPECT_EQ(transport.send(app, FanHelperRequest::apply(60)).message, FanHelperService::markerUnwritableMessage);
+    EXPECT_TRUE(fansAutomatic());
+    EXPECT_FALSE(service->controller());
+}
+
+TEST_F(FanHelperServiceTest, TerminatingTheHelperWhileItControlsTheFansRestoresAutomatic)
+{
+    startWithSession();
+    ASSERT_TRUE(transport.send(app, FanHelperRequest::apply(50)).controller);
+    service->terminate();
+    EXPECT_TRUE(fansAutomatic());
+    EXPECT_FALSE(files.markers.contains(marker));
+    EXPECT_FALSE(service->controller());
+    EXPECT_FALSE(transport.listening);
+}
+
+TEST_F(FanHelperServiceTest, DestroyingTheHelperWhileItControlsTheFansRestoresAutomatic)
+{
+    startWithSession();
+    ASSERT_TRUE(transport.send(app, FanHelperRequest::apply(50)).controller);
+    service.reset();
+    EXPECT_TRUE(fansAutomatic());
+    EXPECT_FALSE(files.markers.contains(marker));
+}
+
+TEST_F(FanHelperServiceTest, ARestoreThatDoesNotTakeAtTheEndLeavesTheMarkerForTheNextStart)
+{
+    startWithSession();
+    ASSERT_TRUE(transport.send(app, FanHelperRequest::apply(50)).controller);
+    refuseAutomatic(true);
+    service->terminate();
+    EXPECT_TRUE(files.markers.contains(marker));
+}
+
 TEST_F(FanHelperServiceTest, IdleExitComesOnlyWithoutSessionsControllerOrPendingRestore)
 {
     service->start();

@@ -26,10 +26,31 @@ FanHelperService::FanHelperService(Runtime& runtime, FanControlEngine& engine, F
 
 FanHelperService::~FanHelperService()
 {
+    terminate();
+}
+
+void FanHelperService::terminate()
+{
+    if (m_terminated)
+        return;
+    m_terminated = true;
+    m_exited = true;
     cancel(m_heartbeatDeadline);
     cancel(m_restoreRetry);
     cancel(m_idleExit);
     m_transport.stop();
+    bool mayBeManual = m_controller || m_restorePending || m_engine.holdsManual();
+    m_controller.reset();
+    m_level.reset();
+    if (!mayBeManual)
+        return;
+    if (!m_engine.restoreAutomatic(FanControlEngine::restoreAttempts)) {
+        diagnostic("fan helper: restore at the end did not take; the marker stays for the next start");
+        return;
+    }
+    m_restorePending = false;
+    if (auto removed = m_files.removeMarker(m_configuration.markerFile); !removed)
+        diagnostic("fan helper: cannot remove marker: {}", removed.error().message);
 }
 
 std::string FanHelperService::codeRequirement(std::string_view appIdentifier, std::string_view teamIdentifier)
@@ -90,6 +111,8 @@ void FanHelperService::closed(SessionID session)
 {
     assertMain();
     m_sessions.erase(session);
+    if (m_terminated)
+        return;
     if (m_controller == session)
         restoreNow("controlling session closed");
     scheduleIdleExitIfIdle();
@@ -98,6 +121,11 @@ void FanHelperService::closed(SessionID session)
 void FanHelperService::request(SessionID session, const FanHelperRequest& request, const FanHelperTransport::Reply& reply)
 {
     assertMain();
+    // A request that was already on its way when the helper was ended must not take the fans again.
+    if (m_terminated) {
+        reply(response(session, {}));
+        return;
+    }
     if (m_restorePending) {
         reply(response(session, restorePendingMessage));
         return;
@@ -125,8 +153,14 @@ FanHelperResponse FanHelperService::apply(SessionID session, int level)
         return response(session, anotherSessionMessage);
 
     // The marker goes down before the first manual write, so that a crash at any later point is recovered.
-    if (auto written = m_files.writeMarker(m_configuration.markerFile); !written)
-        diagnostic("fan helper: cannot write marker: {}", written.error().message);
+    // Without it a crash would leave the fans manual with nothing to bring them back, so nothing is applied
+    // (and fans already held go back to automatic).
+    if (auto written = m_files.writeMarker(m_configuration.markerFile); !written) {
+        diagnostic("fan helper: cannot write marker, apply {} refused: {}", level, written.error().context);
+        if (m_controller || m_engine.holdsManual())
+            restoreNow("marker cannot be written");
+        return response(session, markerUnwritableMessage);
+    }
 
     auto applied = m_engine.apply(level);
     if (!applied) {

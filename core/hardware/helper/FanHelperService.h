@@ -40,6 +40,8 @@ public:
     static constexpr std::string_view anotherSessionMessage = "Another session is controlling the fans";
     static constexpr std::string_view restorePendingMessage = "Finishing a restore first";
     static constexpr std::string_view restoreRetryMessage = "The fans didn't go back to automatic yet. Retrying.";
+    static constexpr std::string_view markerUnwritableMessage =
+        "The fans stay automatic because the helper can't save its safety marker.";
 
     // Five missed heartbeats (the app sends one a second): long enough for a busy app, short for a hung one.
     static constexpr Duration heartbeatTimeout = seconds(5.0);
@@ -48,6 +50,7 @@ public:
 
     FanHelperService(Runtime& runtime, FanControlEngine& engine, FanHelperFiles& files, FanHelperTransport& transport,
         Configuration configuration, std::function<void(ExitReason)> exit);
+    // Terminates: the fans never stay manual after the helper is gone.
     ~FanHelperService();
 
     FanHelperService(const FanHelperService&) = delete;
@@ -56,6 +59,12 @@ public:
     // Takes the lock (exits when another helper holds it), restores automatic when a crash left the marker,
     // and starts listening.
     void start();
+
+    // The helper is being ended (launchd's SIGTERM, or the process going down): stops listening and, when the
+    // fans may be manual because of it, puts them back to automatic at once. A restore that does not take
+    // leaves the marker, so that the next start recovers. Nothing is scheduled afterwards. Also run by the
+    // destructor.
+    void terminate();
 
     // The requirement a client's code signature must meet: the app's identifier, signed by the helper's team.
     static std::string codeRequirement(std::string_view appIdentifier, std::string_view teamIdentifier);
@@ -94,6 +103,7 @@ private:
     std::optional<int> m_level;
     bool m_restorePending = false;
     bool m_exited = false;
+    bool m_terminated = false;
     WorkItemHandle m_heartbeatDeadline;
     WorkItemHandle m_restoreRetry;
     WorkItemHandle m_idleExit;
