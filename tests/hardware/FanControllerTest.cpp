@@ -202,13 +202,68 @@ TEST_F(FanControllerTest, CurveModeAppliesTheCurvesLevelAndSamplesEveryTwoSecond
     EXPECT_EQ(lastApplied(), 100);
 }
 
-TEST_F(FanControllerTest, AnUnreadableCurveTemperatureIsSaid)
+TEST_F(FanControllerTest, AnUnreadableCurveTemperatureHandsTheFansBackUntilItReadsAgain)
 {
     enable();
     sensors.readings.clear();
     settings.set("monitor.fan.mode", "curve");
     runtime.runUntilIdle();
     EXPECT_EQ(controller->message(), "The curve's temperature can't be read on this Mac");
+    EXPECT_EQ(client.kinds(), (std::vector { Kind::apply, Kind::restore }));
+    EXPECT_FALSE(controller->isController());
+
+    // No heartbeats and no applies while the temperature stays unreadable.
+    runtime.advance(FanController::curveSampleInterval * 3);
+    EXPECT_EQ(client.kinds(), (std::vector { Kind::apply, Kind::restore }));
+    EXPECT_EQ(controller->message(), "The curve's temperature can't be read on this Mac");
+
+    sensors.readings = { { "p-core 1", SensorGroup::cpu, 61 } };
+    runtime.advance(FanController::curveSampleInterval);
+    EXPECT_EQ(lastApplied(), 65);
+    EXPECT_TRUE(controller->isController());
+    EXPECT_EQ(controller->message(), "");
+}
+
+TEST_F(FanControllerTest, ControlDroppedByTheHelperIsShownAndTakenAgainOnlyOnTheNextChange)
+{
+    settings.set("monitor.fan.level", 70);
+    enable();
+    // The helper's heartbeat time-out ran out (the app was stuck): it answers that it holds nothing.
+    client.respond = [](const FanHelperRequest& request) {
+        if (request.kind == Kind::heartbeat)
+            return std::optional(FanHelperResponse { false, std::nullopt, "" });
+        return grant(request);
+    };
+    runtime.advance(FanController::heartbeatInterval);
+    EXPECT_TRUE(controller->controlDropped());
+    EXPECT_FALSE(controller->isController());
+    EXPECT_EQ(controller->message(), FanController::droppedMessage);
+
+    runtime.advance(seconds(30));
+    EXPECT_EQ(client.kinds(), (std::vector { Kind::apply, Kind::heartbeat })) << "nothing is taken back unasked";
+
+    client.respond = grant;
+    settings.set("monitor.fan.level", 80);
+    runtime.runUntilIdle();
+    EXPECT_EQ(lastApplied(), 80);
+    EXPECT_FALSE(controller->controlDropped());
+    EXPECT_TRUE(controller->isController());
+    EXPECT_EQ(controller->message(), "");
+}
+
+TEST_F(FanControllerTest, ACurveIsNotTakenBackAfterTheHelperDroppedControl)
+{
+    useCurve(61);
+    enable();
+    client.respond = [](const FanHelperRequest& request) {
+        if (request.kind == Kind::heartbeat)
+            return std::optional(FanHelperResponse { false, std::nullopt, "" });
+        return grant(request);
+    };
+    runtime.advance(FanController::heartbeatInterval);
+    ASSERT_TRUE(controller->controlDropped());
+    sensors.readings[0].celsius = 80;
+    runtime.advance(FanController::curveSampleInterval * 3);
     EXPECT_EQ(count(Kind::apply), 1);
 }
 

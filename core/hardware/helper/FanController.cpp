@@ -31,7 +31,11 @@ FanController::FanController(Runtime& runtime, Settings& settings, FanHelperClie
     m_observer = m_settings.observe([this](std::string_view key) {
         bool configurationChanged = key == FanConfiguration::modeKey || key == FanConfiguration::levelKey
             || key == FanConfiguration::curveKey;
-        if (!configurationChanged || !m_enabled || m_asleep)
+        if (!configurationChanged)
+            return;
+        // The user's change is what takes the fans again after the helper let go of them.
+        m_dropped = false;
+        if (!m_enabled || m_asleep)
             return;
         m_requestedLevel.reset();
         applyConfiguration();
@@ -52,6 +56,7 @@ void FanController::setEnabled(bool enabled)
     if (enabled == m_enabled)
         return;
     m_enabled = enabled;
+    m_dropped = false;
     if (!enabled) {
         stop();
         return;
@@ -81,7 +86,7 @@ void FanController::systemDidWake()
 {
     assertMain();
     m_asleep = false;
-    if (m_enabled && m_settings.boolValue(FanConfiguration::resumeAfterWakeKey).value_or(true))
+    if (m_enabled && !m_dropped && m_settings.boolValue(FanConfiguration::resumeAfterWakeKey).value_or(true))
         start();
 }
 
@@ -113,6 +118,7 @@ void FanController::stop()
     cancel(m_heartbeat);
     cancel(m_sample);
     m_requestedLevel.reset();
+    m_curveUnreadable = false;
     send(FanHelperRequest::restore());
 }
 
@@ -120,6 +126,7 @@ void FanController::applyConfiguration()
 {
     auto configuration = FanConfiguration::load(m_settings);
     int level = configuration.level;
+    m_curveUnreadable = false;
     if (configuration.mode == FanConfiguration::Mode::curve) {
         auto readings = m_sensors.read();
         std::optional<int> highest;
@@ -128,7 +135,14 @@ void FanController::applyConfiguration()
                 highest = std::max(highest.value_or(0), curve.level(*celsius));
         }
         if (!highest && !configuration.curves.empty()) {
+            // A level held without knowing how warm the Mac is could be too low: the system's own control
+            // takes over until the temperature reads again.
+            m_curveUnreadable = true;
             m_message = unreadableCurveMessage;
+            if (m_controller || m_requestedLevel) {
+                m_requestedLevel.reset();
+                send(FanHelperRequest::restore());
+            }
             return;
         }
         level = highest.value_or(0);
@@ -163,12 +177,24 @@ void FanController::received(FanHelperRequest::Kind kind, const std::optional<Fa
         m_message = unreachableMessage;
         return;
     }
+    bool wasController = m_controller;
     m_controller = response->controller;
     m_level = response->level;
     m_message = response->message;
     // An apply the helper refused is tried again at the next sample or change.
     if (kind == FanHelperRequest::Kind::apply && !m_controller)
         m_requestedLevel.reset();
+    // A heartbeat answered without control: the helper gave the fans back on its own, because it heard
+    // nothing from this app for too long. Taking them straight back would hide that the app was stuck.
+    if (kind == FanHelperRequest::Kind::heartbeat && wasController && !m_controller && m_enabled && !m_asleep) {
+        diagnostic("fans: the helper dropped control ({})", response->message);
+        m_dropped = true;
+        m_requestedLevel.reset();
+    }
+    if (m_message.empty() && m_dropped)
+        m_message = droppedMessage;
+    else if (m_message.empty() && m_curveUnreadable)
+        m_message = unreadableCurveMessage;
 }
 
 void FanController::scheduleHeartbeat()
@@ -191,7 +217,8 @@ void FanController::scheduleSample()
         return;
     m_sample = m_runtime.mainQueue().postAfter(curveSampleInterval, [this] {
         m_sample.reset();
-        if (!m_enabled || m_asleep)
+        // After the helper dropped control, the user's next change starts sampling again.
+        if (!m_enabled || m_asleep || m_dropped)
             return;
         applyConfiguration();
         scheduleSample();

@@ -15,8 +15,9 @@ namespace quillmar {
 
 // The app's side of fan control: keeps the helper up to date, applies the configured level or the curve's,
 // sends a heartbeat every second while it controls the fans, and hands them back to automatic when fan
-// control is turned off, the app quits or the Mac goes to sleep (and takes them again after wake when
-// "monitor.fan.resumeAfterWake" is on). Confined to the main queue; replies are brought back to it.
+// control is turned off, the app quits, the Mac goes to sleep (and takes them again after wake when
+// "monitor.fan.resumeAfterWake" is on) or a curve's temperature can't be read (taken again once it reads).
+// Confined to the main queue; replies are brought back to it.
 class FanController final {
 public:
     static constexpr Duration heartbeatInterval = seconds(1.0);
@@ -25,6 +26,8 @@ public:
     static constexpr Duration curveSampleInterval = seconds(2.0);
     static constexpr std::string_view unreadableCurveMessage = "The curve's temperature can't be read on this Mac";
     static constexpr std::string_view unreachableMessage = "The fan helper isn't responding.";
+    static constexpr std::string_view droppedMessage =
+        "The fans went back to automatic because Quillmar stopped responding. Change a fan setting to take them again.";
 
     FanController(Runtime& runtime, Settings& settings, FanHelperClient& client, TemperatureSensors& sensors);
     ~FanController();
@@ -48,6 +51,10 @@ public:
     // The level the helper holds for this app; none while automatic.
     std::optional<int> level() const { return m_level; }
     bool isController() const { return m_controller; }
+    // True after the helper let go of the fans on its own (it heard no heartbeat in time, so the app was
+    // stuck): `message()` says so, and nothing is applied again until the user changes a fan setting or turns
+    // fan control off and on.
+    bool controlDropped() const { return m_dropped; }
 
 private:
     bool ensureHelper();
@@ -71,6 +78,8 @@ private:
     bool m_enabled = false;
     bool m_asleep = false;
     bool m_controller = false;
+    bool m_dropped = false;
+    bool m_curveUnreadable = false;
     std::optional<int> m_level;
     std::optional<int> m_requestedLevel;
     std::string m_message;
