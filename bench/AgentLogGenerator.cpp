@@ -106,19 +106,41 @@ struct CodexTotals {
 
 class Generator {
 public:
-    Generator(const fs::path& home, std::uint64_t seed) : m_home(home), m_random(seed), m_pool(m_random) { }
+    Generator(const fs::path& home, std::uint64_t seed, GeneratedCopies copies)
+        : m_home(home)
+        , m_random(seed)
+        , m_pool(m_random)
+        , m_copies(copies)
+    {
+    }
 
     GeneratedUsage run(std::uint64_t targetBytes)
     {
         auto claudeBytes = targetBytes * 3 / 5;
-        while (m_usage.bytes < claudeBytes)
+        while (ownBytes() < claudeBytes)
             claudeSession(/*subAgentOf=*/nullptr);
-        while (m_usage.bytes < targetBytes)
+        while (ownBytes() < targetBytes)
             codexSession();
         return m_usage;
     }
 
 private:
+    // What was written less the copies, so that both kinds of set hold the same turns.
+    std::uint64_t ownBytes() const { return m_usage.bytes - m_copiedBytes; }
+
+    // The whole of a file written before.
+    static std::string contents(const fs::path& path)
+    {
+        std::ifstream file(path, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
+    }
+
+    static void replaceAll(std::string& text, const std::string& from, const std::string& to)
+    {
+        for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+            text.replace(at, from.size(), to);
+    }
+
     std::int64_t between(std::int64_t low, std::int64_t high)
     {
         return std::uniform_int_distribution<std::int64_t>(low, high)(m_random);
@@ -154,6 +176,8 @@ private:
         static constexpr std::array models { "claude-sonnet-4-5-20250929", "claude-sonnet-4-5-20250929",
             "claude-sonnet-4-5-20250929", "claude-opus-4-1-20250805", "claude-haiku-4-5-20251001", "claude-opus-4-5-20251101" };
         auto sessionId = subAgentOf ? *subAgentOf : uuid();
+        // Now and then a conversation is resumed: a new session whose log starts with the earlier lines.
+        bool resumes = !subAgentOf && !m_resumable.empty() && between(0, 5) == 0;
         auto project = projects[static_cast<std::size_t>(between(0, std::ssize(projects) - 1))];
         fs::path path = m_home / ".claude" / "projects" / project;
         path = subAgentOf ? path / sessionId / "subagents" / fmt::format("agent-{:08x}.jsonl", between(0, 0xffffffff))
@@ -162,9 +186,19 @@ private:
         std::int64_t clock = 1'740'000'000'000 + between(0, 60LL * 86'400'000);
         std::string parent = uuid();
         const char* sidechain = subAgentOf ? "true" : "false";
+        std::uint64_t copied = 0;
         {
             FileWriter file(path);
-            while (file.bytes() < target) {
+            if (resumes) {
+                clock = m_resumableEnd + between(60'000, 86'400'000);
+                if (m_copies == GeneratedCopies::written) {
+                    auto copy = contents(m_resumable);
+                    replaceAll(copy, "\"sessionId\":\"" + m_resumableSession + "\"", "\"sessionId\":\"" + sessionId + "\"");
+                    file.buffer() += copy;
+                    copied = copy.size();
+                }
+            }
+            while (file.bytes() - copied < target) {
                 clock += between(2'000, 120'000);
                 auto& out = file.buffer();
                 auto userId = uuid();
@@ -209,7 +243,13 @@ private:
                 count(record, /*claude=*/true);
             }
             m_usage.bytes += file.bytes();
+            m_copiedBytes += copied;
             m_usage.files += 1;
+            if (!subAgentOf && file.bytes() - copied < (std::size_t(1) << 20)) {
+                m_resumable = path;
+                m_resumableSession = sessionId;
+                m_resumableEnd = clock;
+            }
         }
         if (!subAgentOf && between(0, 4) == 0)
             claudeSession(&sessionId);
@@ -294,34 +334,43 @@ private:
         std::string model = models[static_cast<std::size_t>(between(0, std::ssize(models) - 1))];
         CodexTotals totals;
         std::uint64_t target = fileTarget();
+        std::uint64_t copied = 0;
         {
             FileWriter file(path);
+            auto forkedFrom = fork ? fmt::format(R"("forked_from_id":"{}",)", m_parentId) : std::string();
             fmt::format_to(std::back_inserter(file.buffer()),
-                R"({{"timestamp":"{}","type":"session_meta","payload":{{"id":"{}","timestamp":"{}","cwd":"/home/dev/project","originator":"codex_cli_rs","cli_version":"0.46.0","instructions":"{}","git":{{"commit_hash":"{:040x}","branch":"main"}}}}}})",
-                timestampText(clock), id, timestampText(clock), m_pool.take(m_random, 4'000), between(0, 0x7fffffffffffffff));
+                R"({{"timestamp":"{}","type":"session_meta","payload":{{"id":"{}",{}"timestamp":"{}","cwd":"/home/dev/project","originator":"codex_cli_rs","cli_version":"0.46.0","instructions":"{}","git":{{"commit_hash":"{:040x}","branch":"main"}}}}}})",
+                timestampText(clock), id, forkedFrom, timestampText(clock), m_pool.take(m_random, 4'000), between(0, 0x7fffffffffffffff));
             file.endLine();
-            if (fork) {
-                file.buffer() += m_parentLines;
+            if (fork && m_copies == GeneratedCopies::written) {
+                // The parent's lines, its session_meta first, every time set to the fork's creation; the
+                // fork's totals go on from the parent's.
+                auto copy = m_parentLines;
+                auto creation = timestampText(clock);
+                static constexpr std::string_view prefix = R"({"timestamp":")";
+                for (std::size_t line = 0; line < copy.size(); line = copy.find('\n', line) + 1) {
+                    if (copy.compare(line, prefix.size(), prefix) == 0)
+                        copy.replace(line + prefix.size(), creation.size(), creation);
+                }
+                file.buffer() += copy;
+                copied = copy.size();
                 totals = m_parentTotals;
             }
-            auto start = file.bytes();
-            while (file.bytes() < target)
+            while (file.bytes() - copied < target)
                 codexTurn(file, clock, model, totals);
             m_usage.bytes += file.bytes();
+            m_copiedBytes += copied;
             m_usage.files += 1;
-            // A short session may be forked later: keep what a fork would replay.
-            if (!fork && file.bytes() - start < (std::size_t(1) << 20)) {
-                m_parentLines.clear();
+            // A short session may be forked later: keep what a fork would copy.
+            if (!fork && file.bytes() < (std::size_t(1) << 20)) {
                 m_parentTotals = totals;
                 m_parentEnd = clock;
+                m_parentId = id;
                 m_pendingParent = path;
             }
         }
         if (!m_pendingParent.empty()) {
-            std::ifstream parent(m_pendingParent, std::ios::binary);
-            std::string line;
-            std::getline(parent, line); // its session_meta is the parent's own
-            m_parentLines.assign(std::istreambuf_iterator<char>(parent), std::istreambuf_iterator<char>());
+            m_parentLines = contents(m_pendingParent);
             m_pendingParent.clear();
         }
     }
@@ -329,7 +378,13 @@ private:
     fs::path m_home;
     std::mt19937_64 m_random;
     TextPool m_pool;
+    GeneratedCopies m_copies;
     GeneratedUsage m_usage;
+    std::uint64_t m_copiedBytes = 0;
+    fs::path m_resumable; // a short main Claude session that a later one may resume
+    std::string m_resumableSession;
+    std::int64_t m_resumableEnd = 0;
+    std::string m_parentId;
     std::string m_parentLines;
     CodexTotals m_parentTotals;
     std::int64_t m_parentEnd = 0;
@@ -338,9 +393,10 @@ private:
 
 } // namespace
 
-GeneratedUsage generateAgentLogs(const std::filesystem::path& home, std::uint64_t targetBytes, std::uint64_t seed)
+GeneratedUsage generateAgentLogs(const std::filesystem::path& home, std::uint64_t targetBytes, std::uint64_t seed,
+    GeneratedCopies copies)
 {
-    return Generator(home, seed).run(targetBytes);
+    return Generator(home, seed, copies).run(targetBytes);
 }
 
 } // namespace quillmar

@@ -19,6 +19,7 @@ struct Payload {
     std::optional<std::string_view> type;
     std::optional<std::string_view> id;
     std::optional<std::string_view> model;
+    bool forked = false;
     bool hasTotals = false;
 };
 
@@ -80,6 +81,9 @@ bool readPayload(ondemand::object object, Payload& payload, CodexTokenTotals& to
             payload.id = readString(field.value());
         } else if (key.unsafe_is_equal("model")) {
             payload.model = readString(field.value());
+        } else if (key.unsafe_is_equal("forked_from_id")) {
+            auto parent = readString(field.value());
+            payload.forked = parent && !parent->empty();
         } else if (key.unsafe_is_equal("info")) {
             ondemand::object info;
             if (field.value().get_object().get(info))
@@ -149,6 +153,7 @@ bool CodexLineParser::parse(const LogLine& line, CodexEntry& entry)
     switch (*kind) {
     case CodexEntry::Kind::sessionMeta:
         entry.text.assign(payload.id.value_or(std::string_view()));
+        entry.forked = payload.forked;
         return hasTime;
     case CodexEntry::Kind::turnContext:
         if (!payload.model)

@@ -23,13 +23,14 @@ struct CodexTokenTotals {
 // What one line of a Codex session log ({timestamp, type, payload}) says.
 struct CodexEntry {
     enum class Kind {
-        sessionMeta, // `text` is the session's id (may be empty)
+        sessionMeta, // `text` is the session's id (may be empty); `forked` when it names a parent session
         turnContext, // `text` is the model of the turns that follow
         tokenCount, // `totals` holds the cumulative usage
     };
     Kind kind = Kind::sessionMeta;
     std::int64_t timestamp = 0; // milliseconds since 1970-01-01 UTC
     std::string text;
+    bool forked = false; // a session_meta whose payload carries a non-empty forked_from_id
     CodexTokenTotals totals;
 };
 

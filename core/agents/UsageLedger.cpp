@@ -6,10 +6,17 @@
 
 namespace quillmar {
 
-void UsageLedger::add(const UsageRecord& record, Day day)
+UsageLedger::Placement UsageLedger::add(const UsageRecord& record, Day day)
 {
     Key key { day, record.agent, AgentPricing::normalize(record.model), record.sessionId };
-    m_buckets[std::move(key)].add(record, AgentPricing::cost(record));
+    Placement placement { &m_buckets[std::move(key)], AgentPricing::cost(record) };
+    placement.bucket->add(record, placement.cost);
+    return placement;
+}
+
+void UsageLedger::remove(const Placement& placement, const UsageRecord& record)
+{
+    placement.bucket->remove(record, placement.cost);
 }
 
 void UsageLedger::merge(const UsageLedger& other)
@@ -29,8 +36,11 @@ UsageTotals UsageLedger::total() const
 std::vector<LedgerRow> UsageLedger::byDay() const
 {
     std::map<Day, UsageTotals> days;
-    for (const auto& [key, totals] : m_buckets)
+    for (const auto& [key, totals] : m_buckets) {
+        if (totals.records == 0)
+            continue; // every record taken out again
         days[key.day].add(totals);
+    }
     std::vector<LedgerRow> rows;
     for (const auto& [day, totals] : days)
         rows.push_back({ formatDay(day), day, std::nullopt, std::nullopt, totals });
@@ -40,8 +50,11 @@ std::vector<LedgerRow> UsageLedger::byDay() const
 std::vector<LedgerRow> UsageLedger::byModel() const
 {
     std::map<std::string, UsageTotals> models;
-    for (const auto& [key, totals] : m_buckets)
+    for (const auto& [key, totals] : m_buckets) {
+        if (totals.records == 0)
+            continue; // every record taken out again
         models[key.model].add(totals);
+    }
     std::vector<LedgerRow> rows;
     for (const auto& [model, totals] : models) {
         std::optional<std::string> family;
@@ -60,8 +73,11 @@ std::vector<LedgerRow> UsageLedger::byModel() const
 std::vector<LedgerRow> UsageLedger::bySession() const
 {
     std::map<std::pair<Agent, std::string>, UsageTotals> sessions;
-    for (const auto& [key, totals] : m_buckets)
+    for (const auto& [key, totals] : m_buckets) {
+        if (totals.records == 0)
+            continue; // every record taken out again
         sessions[{ key.agent, key.session }].add(totals);
+    }
     std::vector<LedgerRow> rows;
     for (const auto& [session, totals] : sessions)
         rows.push_back({ session.second, std::nullopt, session.first, std::nullopt, totals });

@@ -25,8 +25,16 @@ struct LedgerRow {
 // the views add up the same buckets, so they agree with each other and with total().
 class UsageLedger {
 public:
+    // Where `add` put a record and what it cost, to take it out again. Valid as long as the ledger.
+    struct Placement {
+        UsageTotals* bucket = nullptr;
+        std::optional<double> cost;
+    };
+
     // Prices `record` and adds it under `day` (the record's day in the user's time zone).
-    void add(const UsageRecord& record, Day day);
+    Placement add(const UsageRecord& record, Day day);
+    // Takes out `record`, added before at `placement`; a bucket left without records is not listed.
+    void remove(const Placement& placement, const UsageRecord& record);
     // Adds every bucket of `other`, as if its records had been added after this ledger's.
     void merge(const UsageLedger& other);
 

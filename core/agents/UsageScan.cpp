@@ -7,13 +7,22 @@
 
 #include "core/agents/ClaudeLogReader.h"
 #include "core/agents/CodexLogReader.h"
+#include "core/agents/CountedResponses.h"
 
 namespace quillmar {
 
 namespace {
 
+// A Claude response that may have been met in an earlier file; only the merge, in file order, can tell.
+struct KeyedResponse {
+    ResponseKey key;
+    UsageRecord record;
+    std::optional<Day> day; // none: outside the days counted
+};
+
 struct FileResult {
     UsageLedger ledger;
+    std::vector<KeyedResponse> responses;
     std::uint64_t bytes = 0;
     bool unreadable = false;
 };
@@ -31,15 +40,24 @@ public:
     FileResult read(const AgentLogFile& file)
     {
         FileResult result;
-        auto sink = [&](const UsageRecord& record) {
+        auto dayOf = [&](const UsageRecord& record) -> std::optional<Day> {
             auto day = m_days.dayOf(record.timestamp);
             if ((m_since && day < *m_since) || (m_until && day > *m_until))
-                return;
-            result.ledger.add(record, day);
+                return std::nullopt;
+            return day;
+        };
+        auto sink = [&](const UsageRecord& record) {
+            if (auto day = dayOf(record))
+                result.ledger.add(record, *day);
         };
         Result<void> outcome;
         if (file.agent == Agent::claude) {
-            outcome = m_claude.read(file.path, sink);
+            outcome = m_claude.read(file.path, [&](const UsageRecord& record, const std::optional<ResponseKey>& key) {
+                if (key)
+                    result.responses.push_back({ *key, record, dayOf(record) });
+                else
+                    sink(record);
+            });
             result.bytes = m_claude.bytesRead();
         } else {
             outcome = m_codex.read(file.path, sink);
@@ -66,6 +84,7 @@ UsageScanResult scanUsage(const std::vector<AgentLogFile>& files, const UsageSca
 
     // A file's totals wait only until every earlier file's are merged, so few are held at once.
     UsageScanResult scan;
+    CountedResponses counted(scan.ledger);
     std::mutex lock;
     std::vector<std::optional<FileResult>> finished(files.size());
     std::size_t merged = 0;
@@ -78,6 +97,8 @@ UsageScanResult scanUsage(const std::vector<AgentLogFile>& files, const UsageSca
             finished[index] = std::move(result);
             for (; merged < files.size() && finished[merged]; ++merged) {
                 scan.ledger.merge(finished[merged]->ledger);
+                for (const auto& response : finished[merged]->responses)
+                    counted.add(response.key, response.record, response.day);
                 scan.bytes += finished[merged]->bytes;
                 if (finished[merged]->unreadable)
                     scan.unreadable.push_back(files[merged]);

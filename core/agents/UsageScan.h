@@ -24,7 +24,8 @@ struct UsageScanResult {
     std::vector<AgentLogFile> unreadable; // files that could not be opened or read to the end
 };
 
-// Reads `files` and adds up their records in the chosen days. Several files are read at once on their own
+// Reads `files` and adds up their records in the chosen days. A Claude Code response met in several files
+// (a resumed conversation's log begins with a copy of the earlier one) counts once (see CountedResponses). Several files are read at once on their own
 // threads (one reader, parser and time-zone copy each); each file is totalled on its own and the files'
 // totals are merged in the order of `files`, so the result is the same whatever the threads' timing.
 UsageScanResult scanUsage(const std::vector<AgentLogFile>& files, const UsageScanOptions& options);

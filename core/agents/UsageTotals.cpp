@@ -48,6 +48,21 @@ void UsageTotals::add(const UsageTotals& other)
     last = std::max(last, other.last);
 }
 
+void UsageTotals::remove(const UsageRecord& record, std::optional<double> recordCost)
+{
+    input = saturatingAdd(input, -record.input);
+    output = saturatingAdd(output, -record.output);
+    cacheRead = saturatingAdd(cacheRead, -record.cacheRead);
+    cacheWrite = saturatingAdd(cacheWrite, -record.cacheWrite);
+    cacheWrite1h = saturatingAdd(cacheWrite1h, -record.cacheWrite1h);
+    webSearches = saturatingAdd(webSearches, -record.webSearches);
+    records = saturatingAdd(records, -1);
+    if (recordCost)
+        cost -= *recordCost;
+    else
+        unpriced = saturatingAdd(unpriced, -1);
+}
+
 std::int64_t UsageTotals::tokens() const
 {
     std::int64_t sum = 0;

@@ -25,6 +25,9 @@ struct UsageTotals {
     // `cost` is what pricing said for the record (none: unpriced).
     void add(const UsageRecord& record, std::optional<double> recordCost);
     void add(const UsageTotals& other);
+    // Takes out a record added before with the same `recordCost`. `first` and `last` keep the times
+    // they had: they bound every record ever added.
+    void remove(const UsageRecord& record, std::optional<double> recordCost);
 
     // All tokens of every kind.
     std::int64_t tokens() const;

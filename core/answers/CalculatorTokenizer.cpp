@@ -51,11 +51,23 @@ std::optional<NumberReading> readHexadecimal(std::u32string_view text)
     return NumberReading { value, index };
 }
 
-// A comma that continues a digit grouping: three digits follow it, and no fourth.
-bool isGroupComma(std::u32string_view text, std::size_t index)
+// The spaces that locales put between digit groups: the plain one, the no-break one, the thin one and the
+// narrow no-break one that French and others use.
+bool isGroupSpace(char32_t character)
 {
-    return index < text.size() && text[index] == U',' && isDigitAt(text, index + 1) && isDigitAt(text, index + 2)
-        && isDigitAt(text, index + 3) && !isDigitAt(text, index + 4);
+    return character == U' ' || character == U'\u00a0' || character == U'\u2009' || character == U'\u202f';
+}
+
+bool isGroupSeparator(char32_t character, Grouping allowsGrouping)
+{
+    return isGroupSpace(character) || (character == U',' && allowsGrouping == Grouping::grouped);
+}
+
+// A separator that continues a digit grouping: three digits follow it, and no fourth.
+bool continuesGroups(std::u32string_view text, std::size_t index)
+{
+    return isDigitAt(text, index + 1) && isDigitAt(text, index + 2) && isDigitAt(text, index + 3)
+        && !isDigitAt(text, index + 4);
 }
 
 char32_t symbolFor(char32_t character)
@@ -110,8 +122,11 @@ std::optional<NumberReading> CalculatorTokenizer::readNumber(std::u32string_view
         digits += static_cast<char>(text[index++]);
         ++leadingDigits;
     }
-    if (allowsGrouping == Grouping::grouped && leadingDigits >= 1 && leadingDigits <= 3) {
-        while (isGroupComma(text, index)) {
+    if (leadingDigits >= 1 && leadingDigits <= 3 && index < text.size()
+        && isGroupSeparator(text[index], allowsGrouping)) {
+        // One number keeps to one separator: "1,000 000" is a number followed by another.
+        char32_t separator = text[index];
+        while (index < text.size() && text[index] == separator && continuesGroups(text, index)) {
             digits.append({ static_cast<char>(text[index + 1]), static_cast<char>(text[index + 2]),
                 static_cast<char>(text[index + 3]) });
             index += 4;
@@ -162,6 +177,10 @@ Result<std::vector<CalculatorToken>> CalculatorTokenizer::tokenize(std::string_v
             continue;
         }
         if (isDigit(character) || character == U'.') {
+            // Two numbers side by side are no product anyone writes: "12 34" is a mistyped or
+            // foreign-grouped number, and any answer to it would be wrong.
+            if (!tokens.empty() && tokens.back().kind == CalculatorToken::Kind::number)
+                return calculatorError(CalculatorFailure::syntax);
             bool insideCall = !openCalls.empty() && openCalls.back();
             auto number = readNumber(rest, insideCall ? Grouping::none : Grouping::grouped);
             if (!number)

@@ -24,12 +24,14 @@ Result<std::unique_ptr<CommandLearningStore>> CommandLearningStore::create(Setti
         QUILLMAR_TRY_ASSIGN(auto fresh, CommandLearning::create(random));
         book = std::move(fresh);
     }
-    return std::unique_ptr<CommandLearningStore>(new CommandLearningStore(settings, mainQueue, std::move(*book)));
+    return std::unique_ptr<CommandLearningStore>(new CommandLearningStore(settings, mainQueue, random, std::move(*book)));
 }
 
-CommandLearningStore::CommandLearningStore(Settings& settings, MainQueue& mainQueue, CommandLearning book)
+CommandLearningStore::CommandLearningStore(Settings& settings, MainQueue& mainQueue, RandomSource& random,
+    CommandLearning book)
     : m_settings(settings)
     , m_mainQueue(mainQueue)
+    , m_random(random)
     , m_book(std::make_shared<const CommandLearning>(std::move(book)))
 {
 }
@@ -61,17 +63,17 @@ void CommandLearningStore::record(std::string_view id, std::string_view query, W
     scheduleSave();
 }
 
-void CommandLearningStore::reset()
+Result<void> CommandLearningStore::reset()
 {
     m_mainQueue.assertMainThread(who);
+    QUILLMAR_TRY_ASSIGN(auto fresh, CommandLearning::create(m_random));
     if (m_saveWork) {
         m_saveWork->cancel();
         m_saveWork.reset();
     }
-    auto book = std::make_shared<CommandLearning>();
-    book->secret = m_book->secret;
-    m_book = std::move(book);
+    m_book = std::make_shared<const CommandLearning>(std::move(fresh));
     m_settings.remove(key);
+    return {};
 }
 
 void CommandLearningStore::flush()

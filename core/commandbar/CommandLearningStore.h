@@ -22,7 +22,7 @@ public:
 
     // Loads the saved book; a missing or unreadable one is replaced by a fresh book with a new secret
     // (the unreadable value is left alone until the first save). Fails only when a fresh book is needed
-    // and `random` cannot make its secret. `settings` and `mainQueue` must outlive the store.
+    // and `random` cannot make its secret. `settings`, `mainQueue` and `random` must outlive the store.
     static Result<std::unique_ptr<CommandLearningStore>> create(Settings& settings, MainQueue& mainQueue,
         RandomSource& random);
 
@@ -40,20 +40,23 @@ public:
     // schedules a save.
     void record(std::string_view id, std::string_view query, WallTime now);
 
-    // Forgets everything learned: cancels a pending save, empties the book (keeping its secret) and
-    // removes the saved value.
-    void reset();
+    // Forgets everything learned: cancels a pending save, starts a new empty book with a new secret from
+    // the random source (so prefix keys made before and after cannot be linked) and removes the saved
+    // value. When no new secret can be made, fails and changes nothing, since a book that kept the old
+    // secret would be exactly what forgetting must not leave behind.
+    Result<void> reset();
 
     // Runs a pending save now (at quit).
     void flush();
 
 private:
-    CommandLearningStore(Settings& settings, MainQueue& mainQueue, CommandLearning book);
+    CommandLearningStore(Settings& settings, MainQueue& mainQueue, RandomSource& random, CommandLearning book);
     void scheduleSave();
     void save();
 
     Settings& m_settings;
     MainQueue& m_mainQueue;
+    RandomSource& m_random;
     std::shared_ptr<const CommandLearning> m_book;
     WorkItemHandle m_saveWork;
 };

@@ -68,11 +68,27 @@ inline std::string claudeUserLine(const std::string& session, const std::string&
         .dump();
 }
 
-inline std::string codexSessionMeta(const std::string& id, const std::string& timestamp)
+// With `forkedFrom`, the first line of a fork's log.
+inline std::string codexSessionMeta(const std::string& id, const std::string& timestamp, const std::string& forkedFrom = {})
 {
-    return nlohmann::json { { "timestamp", timestamp }, { "type", "session_meta" },
-        { "payload", { { "id", id }, { "timestamp", timestamp }, { "cwd", "/home/someone/project" }, { "originator", "cli" } } } }
-        .dump();
+    nlohmann::json payload { { "id", id }, { "timestamp", timestamp }, { "cwd", "/home/someone/project" }, { "originator", "cli" } };
+    if (!forkedFrom.empty())
+        payload["forked_from_id"] = forkedFrom;
+    return nlohmann::json { { "timestamp", timestamp }, { "type", "session_meta" }, { "payload", payload } }.dump();
+}
+
+// A parent's lines as a fork's log copies them: every time rewritten to the fork's creation.
+inline std::vector<std::string> codexForkCopy(const std::vector<std::string>& parentLines, const std::string& creation)
+{
+    std::vector<std::string> copy;
+    for (const auto& line : parentLines) {
+        auto json = nlohmann::json::parse(line);
+        json["timestamp"] = creation;
+        if (json["type"] == "session_meta")
+            json["payload"]["timestamp"] = creation;
+        copy.push_back(json.dump());
+    }
+    return copy;
 }
 
 inline std::string codexTurnContext(const std::string& model, const std::string& timestamp)

@@ -113,26 +113,60 @@ TEST(CodexLogReader, CountsOnlyTheGrowthOfTheCumulativeTotal)
     EXPECT_EQ(records[1].timestamp, 1759305663000);
 }
 
-TEST(CodexLogReader, AForkDoesNotCountItsParentsHistoryAgain)
+TEST(CodexLogReader, AForkCountsOnlyItsOwnGrowth)
 {
-    TemporaryFolder folder;
-    auto path = folder.path() / "rollout-fork.jsonl";
-    writeLines(path, {
-        codexSessionMeta("fork-1", "2025-10-02T09:00:00Z"),
-        // The parent's history, replayed with its own times.
+    std::vector<std::string> parent {
         codexSessionMeta("parent-1", "2025-10-01T08:00:00Z"),
         codexTurnContext("gpt-5", "2025-10-01T08:00:01Z"),
         codexTokenCount("2025-10-01T08:00:03Z", totals(1000, 0, 100), totals(1000, 0, 100)),
         codexTokenCount("2025-10-01T08:05:03Z", totals(5000, 1000, 300), totals(4000, 1000, 200)),
-        // The fork's own turns go on from the parent's total.
+    };
+    const std::string creation = "2025-10-02T09:00:00.250Z";
+    std::vector<std::string> ownTurns {
         codexTurnContext("gpt-5-codex", "2025-10-02T09:00:01Z"),
-        codexTokenCount("2025-10-02T09:00:05Z", totals(5000, 1000, 300), totals(0, 0, 0)),
+        codexTokenCount("2025-10-02T09:00:05Z", totals(5000, 1000, 300), totals(0, 0, 0)), // nothing new yet
         codexTokenCount("2025-10-02T09:01:00Z", totals(6000, 1800, 340), totals(1000, 800, 40)),
-    });
-    auto records = readRecords<CodexLogReader>(path);
-    EXPECT_EQ(summary(records), (std::vector<CodexExpectation> { { "gpt-5-codex", 200, 800, 40 } }));
-    ASSERT_EQ(records.size(), 1u);
-    EXPECT_EQ(records[0].sessionId, "fork-1");
+    };
+    // As the agent writes a fork: its own meta naming the parent, the parent's lines copied with the
+    // fork's creation time, then its own turns, whose totals go on from the parent's.
+    std::vector<std::string> fork { codexSessionMeta("fork-1", creation, "parent-1") };
+    auto copy = codexForkCopy(parent, creation);
+    fork.insert(fork.end(), copy.begin(), copy.end());
+    fork.insert(fork.end(), ownTurns.begin(), ownTurns.end());
+    // A fork of that fork copies the whole of it, the grandparent's copy included.
+    const std::string laterCreation = "2025-10-03T10:00:00Z";
+    std::vector<std::string> forkOfFork { codexSessionMeta("fork-2", laterCreation, "fork-1") };
+    auto copyOfFork = codexForkCopy(fork, laterCreation);
+    forkOfFork.insert(forkOfFork.end(), copyOfFork.begin(), copyOfFork.end());
+    forkOfFork.push_back(codexTokenCount("2025-10-03T10:02:00Z", totals(6500, 1800, 350), totals(500, 0, 10)));
+    // The marker alone says where the copy ends, should the parent's meta be missing from it.
+    std::vector<std::string> markerAlone { codexSessionMeta("fork-4", creation, "parent-1") };
+    auto copyWithoutMeta = codexForkCopy({ parent.begin() + 1, parent.end() }, creation);
+    markerAlone.insert(markerAlone.end(), copyWithoutMeta.begin(), copyWithoutMeta.end());
+    markerAlone.insert(markerAlone.end(), ownTurns.begin(), ownTurns.end());
+    // An older layout: no marker, the parent's lines with their own, earlier times.
+    std::vector<std::string> oldLayout { codexSessionMeta("fork-3", creation) };
+    oldLayout.insert(oldLayout.end(), parent.begin(), parent.end());
+    oldLayout.insert(oldLayout.end(), ownTurns.begin(), ownTurns.end());
+
+    struct Row {
+        const char* name;
+        const std::vector<std::string>& lines;
+        const char* session;
+        std::vector<CodexExpectation> expected;
+    };
+    TemporaryFolder folder;
+    for (const auto& row : { Row { "fork", fork, "fork-1", { { "gpt-5-codex", 200, 800, 40 } } },
+             Row { "forkOfFork", forkOfFork, "fork-2", { { "gpt-5-codex", 500, 0, 10 } } },
+             Row { "markerAlone", markerAlone, "fork-4", { { "gpt-5-codex", 200, 800, 40 } } },
+             Row { "oldLayout", oldLayout, "fork-3", { { "gpt-5-codex", 200, 800, 40 } } } }) {
+        auto path = folder.path() / (std::string(row.name) + ".jsonl");
+        writeLines(path, row.lines);
+        auto records = readRecords<CodexLogReader>(path);
+        EXPECT_EQ(summary(records), row.expected) << row.name;
+        for (const auto& record : records)
+            EXPECT_EQ(record.sessionId, row.session) << row.name;
+    }
 }
 
 TEST(CodexLogReader, WithoutSessionMetaTheFileNamesTheSession)

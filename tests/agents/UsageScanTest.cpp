@@ -16,13 +16,19 @@ namespace {
 
 using namespace fixtures;
 
+// Whether resumed conversations and forks carry the copy of their earlier history that the agents write.
+enum class Copies { written, leftOut };
+
 // Logs of both agents written from turns the test chooses, with the traps real logs have: responses
-// logged several times while they stream, user and broken lines, synthetic turns, re-emitted and
-// replayed token counts. Every turn happens in July in New York (UTC-4), so the test knows its local day
-// without any time-zone code.
+// logged several times while they stream, user and broken lines, synthetic turns, re-emitted token counts,
+// resumed Claude conversations and a Codex fork, each starting with a copy of what came before. Every turn
+// happens in July in New York (UTC-4), so the test knows its local day without any time-zone code.
 class GeneratedLogs {
 public:
-    explicit GeneratedLogs(const std::filesystem::path& home) : m_home(home), m_random(20251001)
+    explicit GeneratedLogs(const std::filesystem::path& home, Copies copies = Copies::written)
+        : m_home(home)
+        , m_random(20251001)
+        , m_copies(copies)
     {
         writeClaude();
         writeCodex();
@@ -59,16 +65,32 @@ private:
         for (int session = 0; session < 12; ++session) {
             auto sessionId = fmt::format("c0ffee{:02}-session", session);
             auto folder = projectFolders[static_cast<std::size_t>(session) % projectFolders.size()];
-            writeClaudeFile(folder / (sessionId + ".jsonl"), sessionId, models, session);
+            auto lines = writeClaudeFile(folder / (sessionId + ".jsonl"), sessionId, models, session, {});
             if (session % 3 == 0)
-                writeClaudeFile(folder / sessionId / "subagents" / fmt::format("agent-{}.jsonl", session), sessionId, models, session + 100);
+                writeClaudeFile(folder / sessionId / "subagents" / fmt::format("agent-{}.jsonl", session), sessionId, models, session + 100, {});
+            if (session % 4 == 1) {
+                // Resumed later as a new session, whose log begins with the earlier one's lines.
+                auto resumed = fmt::format("resumed{:02}-session", session);
+                std::vector<std::string> copy;
+                for (const auto& line : m_copies == Copies::written ? lines : std::vector<std::string>()) {
+                    auto json = nlohmann::json::parse(line, nullptr, /*allow_exceptions=*/false);
+                    if (json.is_discarded()) {
+                        copy.push_back(line);
+                        continue;
+                    }
+                    json["sessionId"] = resumed;
+                    copy.push_back(json.dump());
+                }
+                writeClaudeFile(folder / (resumed + ".jsonl"), resumed, models, session + 200, copy);
+            }
         }
     }
 
-    void writeClaudeFile(const std::filesystem::path& path, const std::string& sessionId,
-        const std::vector<std::string>& models, int salt)
+    // Writes `copied` lines, then new responses; returns all the lines.
+    std::vector<std::string> writeClaudeFile(const std::filesystem::path& path, const std::string& sessionId,
+        const std::vector<std::string>& models, int salt, std::vector<std::string> copied)
     {
-        std::vector<std::string> lines;
+        auto lines = std::move(copied);
         int day = 10 + salt % 5;
         std::int64_t second = pick(0, 80000);
         for (int response = 0; response < 25; ++response) {
@@ -123,6 +145,7 @@ private:
             m_truth.push_back({ record, localDay });
         }
         writeLines(path, lines);
+        return lines;
     }
 
     void writeCodex()
@@ -142,10 +165,16 @@ private:
             if (session == 0)
                 parentLines = lines;
         }
-        // A fork of session 0, a day later: it replays the parent's lines, then goes on.
-        std::vector<std::string> fork { codexSessionMeta("019a-fork", moment(16, 3600).first) };
-        fork.insert(fork.end(), parentLines.begin(), parentLines.end());
+        // A fork of session 0, days later: it copies the parent's lines, then goes on from its total.
+        auto creation = moment(16, 3600).first;
         CodexTokenTotals running;
+        std::vector<std::string> fork { codexSessionMeta("019a-fork", creation, "019a-codex-0") };
+        if (m_copies == Copies::leftOut) {
+            fork = { codexSessionMeta("019a-fork", creation) };
+            parentLines.clear();
+        }
+        auto copy = codexForkCopy(parentLines, creation);
+        fork.insert(fork.end(), copy.begin(), copy.end());
         for (const auto& line : parentLines) {
             auto json = nlohmann::json::parse(line);
             if (json["type"] == "event_msg") {
@@ -197,6 +226,7 @@ private:
 
     std::filesystem::path m_home;
     std::mt19937_64 m_random;
+    Copies m_copies;
     std::vector<Turn> m_truth;
 };
 
@@ -301,6 +331,57 @@ TEST_F(UsageScanTest, TotalsMatchTheTurnsWrittenWithDuplicatesCountedOnce)
     ASSERT_EQ(sessions.size(), bySession.size());
     for (const auto& row : sessions)
         expectTotals(row.totals, bySession[{ *row.agent, row.label }], row.label);
+}
+
+TEST_F(UsageScanTest, CopiedHistoriesChangeNoTotal)
+{
+    TemporaryFolder bare;
+    GeneratedLogs withoutCopies(bare.path(), Copies::leftOut);
+    ASSERT_EQ(withoutCopies.truth().size(), m_logs.truth().size());
+    auto home = bare.path().string();
+    auto locations = AgentLogLocations::fromEnvironment([home](const char* name) -> std::optional<std::string> {
+        if (std::string_view(name) == "HOME")
+            return home;
+        if (std::string_view(name) == "CLAUDE_CONFIG_DIR")
+            return home + "/extra";
+        return std::nullopt;
+    });
+    auto zone = *LocalDays::create("America/New_York");
+    auto expected = scanUsage(findAgentLogs(locations, std::nullopt).files, { zone, std::nullopt, std::nullopt, 2 });
+    auto withCopies = scan(std::nullopt, 2);
+    EXPECT_GT(withCopies.bytes, expected.bytes);
+    for (auto grouping : { ReportGrouping::day, ReportGrouping::model })
+        EXPECT_EQ(usageJson(withCopies.ledger, grouping, zone), usageJson(expected.ledger, grouping, zone)) << rawValue(grouping);
+}
+
+TEST(UsageScan, AResponseInSeveralFilesCountsOnceWithItsLargestSnapshot)
+{
+    TemporaryFolder folder;
+    auto response = [](const char* id, const char* session, std::int64_t output) {
+        ClaudeTurn turn;
+        turn.messageId = std::string("msg_") + id;
+        turn.requestId = std::string("req_") + id;
+        turn.session = session;
+        turn.output = output;
+        return claudeLine(turn);
+    };
+    writeLines(folder.path() / "a.jsonl", { response("A", "first", 5), response("B", "first", 7) });
+    // Resumed: the earlier lines again, then a new response.
+    writeLines(folder.path() / "b.jsonl", { response("A", "resumed", 5), response("B", "resumed", 7), response("C", "resumed", 3) });
+    writeLines(folder.path() / "c.jsonl", { response("B", "larger", 9), response("A", "smaller", 2) });
+    std::vector<AgentLogFile> files;
+    for (const char* name : { "a.jsonl", "b.jsonl", "c.jsonl" })
+        files.push_back({ Agent::claude, folder.path() / name, 0 });
+
+    auto ledger = scanUsage(files, { *LocalDays::create("UTC"), std::nullopt, std::nullopt, 2 }).ledger;
+    EXPECT_EQ(ledger.total().records, 3);
+    EXPECT_EQ(ledger.total().output, 5 + 9 + 3);
+    std::map<std::string, std::pair<std::int64_t, std::int64_t>> sessions;
+    for (const auto& row : ledger.bySession())
+        sessions[row.label] = { row.totals.records, row.totals.output };
+    EXPECT_EQ(sessions, (std::map<std::string, std::pair<std::int64_t, std::int64_t>> {
+                            { "first", { 1, 5 } }, { "resumed", { 1, 3 } }, { "larger", { 1, 9 } } }))
+        << "an equal copy leaves the response where it was first counted; a larger snapshot moves it";
 }
 
 TEST_F(UsageScanTest, DaysAreFilteredInTheUsersZone)

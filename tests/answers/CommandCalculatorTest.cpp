@@ -55,9 +55,44 @@ INSTANTIATE_TEST_SUITE_P(ImplicitMultiplication, CalculatorAnswers,
         AnswerRow { "bracketAndNumber", "(1+2)3", "9" },
         AnswerRow { "numberAndCall", "2sqrt(9)", "6" },
         AnswerRow { "bindsLikeAProduct", "1+2(3)", "7" },
-        AnswerRow { "twoNumbersSideBySideMultiply", "2 3", "6" },
+        AnswerRow { "numberAndNameAcrossASpace", "2 pi", "6.283185307" },
+        AnswerRow { "numberAndBracketAcrossASpace", "3 (4+1)", "15" },
         AnswerRow { "exponentNeedsDigitsSoTheEIsEuler", "2e", "5.436563657" }),
     [](const auto& row) { return std::string(row.param.name); });
+
+// Many locales write 12 500 for 12,500: reading it as 12 × 500 would answer wrongly, so spaced groups
+// are one number and any other number beside a number gets no answer.
+INSTANTIATE_TEST_SUITE_P(SpacedNumbers, CalculatorAnswers,
+    testing::Values(
+        AnswerRow { "spaceGroupedDividend", "12 500 / 5", "2500" },
+        AnswerRow { "spaceGroupedMillion", "1 000 000 / 4", "250000" },
+        AnswerRow { "narrowNoBreakSpaces", "1\u202f234\u202f567 + 0.5", "1234567.5" },
+        AnswerRow { "spaceGroupsThenFraction", "1 234.5 * 2", "2469" },
+        AnswerRow { "spaceGroupsInsideACall", "max(1 000, 2)", "1000" },
+        AnswerRow { "groupsTooShort", "12 34", std::nullopt },
+        AnswerRow { "groupTooLong", "1 0000", std::nullopt },
+        AnswerRow { "leadingGroupTooLong", "1234 567 + 1", std::nullopt },
+        AnswerRow { "twoSpaces", "1  000 + 1", std::nullopt },
+        AnswerRow { "commaThenSpaceGroups", "1,000 000 + 1", std::nullopt },
+        AnswerRow { "twoPlainNumbers", "2 3", std::nullopt },
+        AnswerRow { "numbersTouching", "1.5.5 + 1", std::nullopt }),
+    [](const auto& row) { return std::string(row.param.name); });
+
+TEST(CommandCalculator, SpaceGroupedNumberIsOneNumber)
+{
+    struct Row {
+        const char* query;
+        double value;
+    };
+    for (const auto& row : { Row { "1 000 000", 1000000 }, Row { "1 000", 1000 }, Row { "-12 500", -12500 } }) {
+        auto tree = CommandCalculator::parse(row.query);
+        ASSERT_TRUE(tree) << row.query;
+        EXPECT_FALSE(tree->isCalculation()) << row.query << " is a lone number, not a calculation";
+        auto value = tree->evaluate();
+        ASSERT_TRUE(value) << row.query;
+        EXPECT_EQ(*value, row.value) << row.query;
+    }
+}
 
 INSTANTIATE_TEST_SUITE_P(Percent, CalculatorAnswers,
     testing::Values(
@@ -279,6 +314,9 @@ INSTANTIATE_TEST_SUITE_P(Table, ReadNumber,
         ReadRow { "leadingGroupTooLong", U"1234,567", Grouping::grouped, NumberReading { 1234, 4 } },
         ReadRow { "badSecondGroupKeepsTheFirst", U"1,000,00", Grouping::grouped, NumberReading { 1000, 5 } },
         ReadRow { "groupsThenFraction", U"9,999.5", Grouping::grouped, NumberReading { 9999.5, 7 } },
+        ReadRow { "spaceGroups", U"12 500 /", Grouping::none, NumberReading { 12500, 6 } },
+        ReadRow { "shortSpaceGroupEndsTheNumber", U"12 34", Grouping::grouped, NumberReading { 12, 2 } },
+        ReadRow { "separatorsDoNotMix", U"1 000,000", Grouping::grouped, NumberReading { 1000, 5 } },
         ReadRow { "notANumber", U"x1", Grouping::grouped, std::nullopt },
         ReadRow { "lonePoint", U".x", Grouping::grouped, std::nullopt },
         ReadRow { "outOfRange", U"1e999", Grouping::grouped, std::nullopt }),

@@ -40,6 +40,7 @@ TEST(InlineAnswers, EachAnswererAnswersItsOwnQueries)
              Row { "5 km in mi", InlineAnswerKind::units, "3.106855961 mi", "5 km in miles" },
              Row { "100 °C", InlineAnswerKind::units, "212 °F", "100 °C in degrees Fahrenheit" },
              Row { "time in tokyo", InlineAnswerKind::timeZones, "9:00 PM in Tokyo (GMT+9)", "Asia/Tokyo" },
+             Row { "12 34", std::nullopt, "", "" },
              Row { "42", std::nullopt, "", "" },
              Row { "12:30", std::nullopt, "", "" },
              Row { "mail", std::nullopt, "", "" },

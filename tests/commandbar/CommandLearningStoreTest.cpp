@@ -101,14 +101,37 @@ TEST_F(CommandLearningStoreTest, ResetCancelsTheSaveEmptiesTheBookAndRemovesTheV
     book.record("mail", "m", now);
     open({ { std::string(key), book.toJson() } });
     m_store->record("maps", "m", now);
-    m_store->reset();
+    ASSERT_TRUE(m_store->reset().ok());
     EXPECT_FALSE(saved());
     EXPECT_TRUE(m_store->book().entries.empty());
     EXPECT_TRUE(m_store->book().habits.empty());
-    EXPECT_EQ(m_store->book().secret, book.secret);
     m_runtime.advance(seconds(2));
     EXPECT_FALSE(saved()) << "the cancelled save never runs";
     EXPECT_EQ(m_runtime.pendingCount(), 0u);
+}
+
+TEST_F(CommandLearningStoreTest, ResetTakesANewSecretSoPrefixKeysBeforeAndAfterDiffer)
+{
+    open();
+    auto before = m_store->book().prefixKeys("mail");
+    ASSERT_TRUE(m_store->reset().ok());
+    EXPECT_EQ(m_random.calls(), 2);
+    auto after = m_store->book().prefixKeys("mail");
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t index = 0; index < after.size(); ++index)
+        EXPECT_NE(after[index], before[index]) << "prefix of " << index + 1;
+}
+
+TEST_F(CommandLearningStoreTest, ResetWithoutANewSecretForgetsNothing)
+{
+    open();
+    m_store->record("mail", "ma", now);
+    m_runtime.advance(seconds(1));
+    auto kept = m_store->book();
+    m_random.setFails(true);
+    EXPECT_FALSE(m_store->reset().ok());
+    EXPECT_EQ(m_store->book(), kept);
+    EXPECT_EQ(CommandLearning::fromJson(savedBook()), kept);
 }
 
 TEST_F(CommandLearningStoreTest, APendingSaveRunsWhenTheStoreCloses)
