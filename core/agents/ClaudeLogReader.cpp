@@ -33,7 +33,7 @@ Result<void> ClaudeLogReader::read(const std::filesystem::path& path, const Resp
             take(path);
     });
     // What was read before a failure still counts.
-    for (const auto& response : m_responses)
+    for (auto& response : m_responses)
         sink(response.record, response.key);
     m_responses.clear();
     m_indexByKey.clear();
@@ -42,7 +42,7 @@ Result<void> ClaudeLogReader::read(const std::filesystem::path& path, const Resp
 
 Result<void> ClaudeLogReader::read(const std::filesystem::path& path, const RecordSink& sink)
 {
-    return read(path, ResponseSink([&](const UsageRecord& record, const std::optional<ResponseKey>&) { sink(record); }));
+    return read(path, ResponseSink([&](UsageRecord& record, const std::optional<ResponseKey>&) { sink(record); }));
 }
 
 } // namespace quillmar

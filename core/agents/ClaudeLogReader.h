@@ -18,8 +18,8 @@ namespace quillmar {
 using RecordSink = std::function<void(const UsageRecord& record)>;
 
 // A response as the Claude reader yields it, with its key when it has a message id (none: it cannot be
-// matched with other snapshots and counts as it comes).
-using ResponseSink = std::function<void(const UsageRecord& record, const std::optional<ResponseKey>& key)>;
+// matched with other snapshots and counts as it comes). The sink may move the record's contents away.
+using ResponseSink = std::function<void(UsageRecord& record, const std::optional<ResponseKey>& key)>;
 
 // Reads one Claude Code session log (a main session's or a sub-agent's) and yields each response once.
 // A response logged several times while it streams (the same message.id and requestId, or message.id

@@ -52,11 +52,13 @@ public:
         };
         Result<void> outcome;
         if (file.agent == Agent::claude) {
-            outcome = m_claude.read(file.path, [&](const UsageRecord& record, const std::optional<ResponseKey>& key) {
-                if (key)
-                    result.responses.push_back({ *key, record, dayOf(record) });
-                else
+            outcome = m_claude.read(file.path, [&](UsageRecord& record, const std::optional<ResponseKey>& key) {
+                if (key) {
+                    auto day = dayOf(record);
+                    result.responses.push_back({ *key, std::move(record), day });
+                } else {
                     sink(record);
+                }
             });
             result.bytes = m_claude.bytesRead();
         } else {
