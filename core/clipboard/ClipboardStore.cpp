@@ -361,7 +361,7 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
     if (item.kind == ClipKind::link && m_cleansLinks && ClipboardSettings::isOn(m_settings, ClipboardSettings::cleanLinksAutomatic)) {
         if (auto cleaned = LinkCleaner::clean(*item.text)) {
             item.text = *cleaned;
-            if (writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {} })) {
+            if (writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {}, std::nullopt })) {
                 ++m_cleanedLinkCount;
                 m_ports.notices.show(LinkCleaner::cleanedMessage, "");
             }
@@ -611,7 +611,7 @@ Result<void> ClipboardStore::usePlainText(const std::string& id, Paste paste)
     } else {
         return Error { "clipboard.noText", "This item has no text.", id };
     }
-    if (!writeOwn(PasteboardWriting { std::move(text), {}, std::nullopt, {} }))
+    if (!writeOwn(PasteboardWriting { std::move(text), {}, std::nullopt, {}, std::nullopt }))
         return Error { "clipboard.unwritable", "The clipboard could not be changed.", id };
     m_history.moveToTop(id, historyDate(m_runtime.clock().now()));
     scheduleSave();
@@ -737,7 +737,7 @@ Result<std::string> ClipboardStore::cleanCurrentLink()
     auto cleaned = LinkCleaner::clean(*snapshot.text);
     if (!cleaned)
         return Error { "clipboard.alreadyClean", std::string(LinkCleaner::alreadyCleanMessage), {} };
-    if (!writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {} }))
+    if (!writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {}, std::nullopt }))
         return Error { "clipboard.unwritable", "The clipboard could not be changed.", {} };
     ++m_cleanedLinkCount;
     ClipItem probe;
