@@ -83,24 +83,22 @@ ClipboardStore::ClipboardStore(Runtime& runtime, Settings& settings, std::filesy
     , m_ports(ports)
     , m_saveQueue(runtime.makeSerialQueue(saveQueueLabel))
     , m_readQueue(runtime.makeSerialQueue(readQueueLabel))
-    , m_alive(std::make_shared<const bool>(true))
+    , m_readInside(std::make_shared<std::atomic<bool>>(false))
+    , m_unsavedImages(std::make_shared<std::set<std::string>>())
     , m_transientMarkers(defaultTransientMarkers())
 {
     assertMainThread();
     m_settings.registerDefaults(ClipboardSettings::defaults());
     load();
-    std::weak_ptr<const bool> alive = m_alive;
     auto& mainQueue = m_runtime.mainQueue();
-    m_settingsObserver = m_settings.observe([this, alive, &mainQueue](std::string_view key) {
+    m_settingsObserver = m_settings.observe([this, token = m_guard.token(), &mainQueue](std::string_view key) {
         bool sessionKey = key == ClipboardSettings::clearOnSleep || key == ClipboardSettings::clearOnLock;
         bool limitKey = key == ClipboardSettings::limit;
         if (!sessionKey && !limitKey)
             return;
         // Settings may change on any thread; the store's state is the main thread's, and the store may be
         // gone by the time the work runs.
-        mainQueue.post([this, alive, sessionKey] {
-            if (alive.expired())
-                return;
+        token.post(mainQueue, [this, sessionKey] {
             if (sessionKey) {
                 updateAutoClearObservers();
             } else {
@@ -116,13 +114,21 @@ ClipboardStore::~ClipboardStore()
 {
     assertMainThread();
     m_settings.removeObserver(m_settingsObserver);
+    // What the user copied is not lost at teardown: the save queue completes a save handed to it.
+    if (m_saveItem && !m_saveItem->isCancelled())
+        saveNow();
     for (auto* item : { &m_pollItem, &m_readTimeoutItem, &m_saveItem }) {
         if (*item)
             (*item)->cancel();
     }
     if (m_observingSession)
         m_ports.sessionEvents.stopObserving();
-    m_alive.reset();
+    // After this no read starts and none reports back; one inside the pasteboard now may never return.
+    // Its queue would wait for it when destroyed, so it is let go with its thread: the read touches only
+    // the state it shares.
+    m_guard.end();
+    if (m_readInside->load())
+        (void)m_readQueue.release();
 }
 
 void ClipboardStore::assertMainThread() const
@@ -182,6 +188,8 @@ void ClipboardStore::start()
     m_autoClearReference = { m_lastChangeCount, m_runtime.clock().uptime() };
     (void)m_ports.frontApplications.takeActivations();
     m_frontAtLastTick = m_ports.frontApplications.frontApplication();
+    m_countAtLastTick = m_lastChangeCount;
+    m_pendingSource.reset();
     m_pollOrigin = m_runtime.clock().uptime();
     m_pollIndex = 0;
     scheduleTick();
@@ -213,9 +221,8 @@ void ClipboardStore::scheduleTick()
         m_pollIndex = (now - m_pollOrigin) / pollInterval + 1;
         due = m_pollOrigin + pollInterval * m_pollIndex;
     }
-    std::weak_ptr<const bool> alive = m_alive;
-    m_pollItem = m_runtime.mainQueue().postAfter(due - now, [this, alive] {
-        if (alive.expired() || !m_running)
+    m_pollItem = m_guard.postAfter(m_runtime.mainQueue(), due - now, [this] {
+        if (!m_running)
             return;
         poll();
         if (m_running)
@@ -233,66 +240,86 @@ void ClipboardStore::poll()
         sweepExpired();
         sweepOrphanImages();
     }
-    auto source = sourceOfCopy(m_ports.frontApplications.takeActivations());
-    if (changeCount == m_lastChangeCount || m_isReading)
+    noteCopySource(changeCount);
+    // One read at a time, also when the last one was abandoned and has not come back yet.
+    if (changeCount == m_lastChangeCount || m_isReading || m_readerBusy)
         return;
-    startRead(changeCount, std::move(source));
+    startRead(changeCount, *std::exchange(m_pendingSource, std::nullopt));
 }
 
-CopySource ClipboardStore::sourceOfCopy(const std::vector<AppIdentity>& activations)
+void ClipboardStore::noteCopySource(std::int64_t changeCount)
 {
-    // The copy happened somewhere between the last tick and this one. The application in front at the
-    // last tick is taken as its source (copying and then switching is the usual order); every application
-    // in front during the interval is checked against the excluded list, so a secret copied just after a
-    // switch is not recorded either.
+    // The applications in front during the interval that ends now: the one in front at the last tick,
+    // those activated since, and the one in front now.
     std::vector<AppIdentity> inFront;
     if (m_frontAtLastTick)
         inFront.push_back(*m_frontAtLastTick);
+    auto activations = m_ports.frontApplications.takeActivations();
     inFront.insert(inFront.end(), activations.begin(), activations.end());
     auto now = m_ports.frontApplications.frontApplication();
     if (now)
         inFront.push_back(*now);
     m_frontAtLastTick = now;
+    bool moved = changeCount != m_countAtLastTick;
+    m_countAtLastTick = changeCount;
 
-    CopySource source;
-    if (!inFront.empty())
-        source.application = inFront.front();
+    if (changeCount == m_lastChangeCount) {
+        // Nothing unread: what was in front no longer matters.
+        m_pendingSource.reset();
+        return;
+    }
+    // A change waits for a read, perhaps over several ticks while another read is out. The copy happened
+    // in the interval in which the change count last moved: the application in front at its start is
+    // the source (copying and then switching is the usual order). Every application in front from then
+    // until the read starts is checked against the excluded list, so a secret copied right after a
+    // switch is not recorded either.
+    bool fresh = !m_pendingSource;
+    auto& source = fresh ? m_pendingSource.emplace() : *m_pendingSource;
+    if (moved || fresh)
+        source.application = inFront.empty() ? std::nullopt : std::optional(inFront.front());
     auto excluded = m_settings.stringArray(ClipboardSettings::excludedApps).value_or(std::vector<std::string> {});
-    source.isExcluded = std::any_of(inFront.begin(), inFront.end(), [&](const AppIdentity& app) {
+    source.isExcluded = source.isExcluded || std::any_of(inFront.begin(), inFront.end(), [&](const AppIdentity& app) {
         return std::find(excluded.begin(), excluded.end(), app.bundleID) != excluded.end();
     });
-    return source;
 }
 
 void ClipboardStore::startRead(std::int64_t changeCount, CopySource source)
 {
     m_isReading = true;
+    m_readerBusy = true;
     // A read that times out is dropped for good: the change is seen.
     m_lastChangeCount = changeCount;
     auto generation = ++m_readGeneration;
-    std::weak_ptr<const bool> alive = m_alive;
-    m_readTimeoutItem = m_runtime.mainQueue().postAfter(readTimeout, [this, alive, generation] {
-        if (!alive.expired())
-            abandonRead(generation);
-    });
+    m_readTimeoutItem = m_guard.postAfter(m_runtime.mainQueue(), readTimeout, [this, generation] { abandonRead(generation); });
     auto& pasteboard = m_ports.pasteboard;
     auto& mainQueue = m_runtime.mainQueue();
-    m_readQueue->post([this, &pasteboard, &mainQueue, alive, generation, source = std::move(source)] {
+    m_readQueue->post([this, &pasteboard, &mainQueue, token = m_guard.token(), inside = m_readInside, generation,
+                          changeCount, source = std::move(source)] {
+        // Once the store is gone nothing is read, and a read under way reports to no one.
+        if (!token.runWhileAlive([&] { inside->store(true); }))
+            return;
         auto reading = pasteboard.read();
-        mainQueue.post([this, alive, generation, reading = std::move(reading), source] {
-            if (!alive.expired())
-                finishRead(generation, reading, source);
+        inside->store(false);
+        token.post(mainQueue, [this, generation, changeCount, reading = std::move(reading), source] {
+            readReturned(generation, changeCount, reading, source);
         });
     });
 }
 
-void ClipboardStore::finishRead(std::uint64_t generation, const PasteboardReading& reading, const CopySource& source)
+void ClipboardStore::readReturned(std::uint64_t generation, std::int64_t changeCount, const PasteboardReading& reading,
+    const CopySource& source)
 {
+    m_readerBusy = false;
     if (generation != m_readGeneration || !m_isReading)
         return;
     m_isReading = false;
     if (m_readTimeoutItem)
         m_readTimeoutItem->cancel();
+    if (reading.changeCount > changeCount) {
+        // Copied after the tick that decided about the source: the next tick reads it again and decides
+        // with the applications in front since.
+        return;
+    }
     auto snapshot = PasteboardSnapshot::from(reading, m_transientMarkers);
     snapshot.isExcluded = source.isExcluded;
     handle(snapshot, source, reading.changeCount);
@@ -304,10 +331,8 @@ void ClipboardStore::abandonRead(std::uint64_t generation)
         return;
     m_isReading = false;
     ++m_readGeneration;
-    diagnostic("clipboard: pasteboard read took over {} s; dropped it", std::chrono::duration<double>(readTimeout).count());
-    // The stuck read holds its queue; later reads get a fresh one.
-    m_retiredReadQueues.push_back(std::move(m_readQueue));
-    m_readQueue = m_runtime.makeSerialQueue(readQueueLabel);
+    diagnostic("clipboard: pasteboard read took over {} s; dropped it, the next waits until it returns",
+        std::chrono::duration<double>(readTimeout).count());
 }
 
 void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource& source, std::int64_t changeCount)
@@ -361,7 +386,7 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
     if (item.kind == ClipKind::link && m_cleansLinks && ClipboardSettings::isOn(m_settings, ClipboardSettings::cleanLinksAutomatic)) {
         if (auto cleaned = LinkCleaner::clean(*item.text)) {
             item.text = *cleaned;
-            if (writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {} })) {
+            if (writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {}, std::nullopt })) {
                 ++m_cleanedLinkCount;
                 m_ports.notices.show(LinkCleaner::cleanedMessage, "");
             }
@@ -373,18 +398,33 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
 void ClipboardStore::insert(ClipItem item, std::optional<PasteboardImage> image)
 {
     if (image && !m_history.idWithContent(item)) {
+        // An item never names a file that is not there: without a folder to write to, a new image is not
+        // recorded, and one whose write fails is dropped again.
+        if (!m_saveAllowed)
+            return;
         item.imageFile = fmt::format("{}.{}", item.id, imageExtension(image->type));
-        if (m_saveAllowed) {
-            auto path = m_folder / *item.imageFile;
-            m_saveQueue->post([path, data = std::move(image->data)] {
-                auto written = writeFileAtomically(path, data);
-                if (!written)
-                    diagnostic("clipboard: could not save image {} ({})", path.filename().string(), written.error().context);
-            });
-        }
+        auto& mainQueue = m_runtime.mainQueue();
+        m_saveQueue->post([this, &mainQueue, token = m_guard.token(), unsaved = m_unsavedImages, id = item.id,
+                              name = *item.imageFile, path = m_folder / *item.imageFile, data = std::move(image->data)] {
+            auto written = writeFileAtomically(path, data);
+            if (written)
+                return;
+            diagnostic("clipboard: could not save image {} ({}); dropped its item", name, written.error().context);
+            unsaved->insert(name);
+            token.post(mainQueue, [this, id] { imageNotSaved(id); });
+        });
     }
     m_history.insert(std::move(item));
     trimToLimit();
+    scheduleSave();
+    changed();
+}
+
+void ClipboardStore::imageNotSaved(const std::string& id)
+{
+    if (!m_history.remove(id))
+        return;
+    m_infoCache.erase(id);
     scheduleSave();
     changed();
 }
@@ -448,11 +488,7 @@ void ClipboardStore::scheduleSave()
 {
     if (m_saveItem)
         m_saveItem->cancel();
-    std::weak_ptr<const bool> alive = m_alive;
-    m_saveItem = m_runtime.mainQueue().postAfter(saveDelay, [this, alive] {
-        if (!alive.expired())
-            saveNow();
-    });
+    m_saveItem = m_guard.postAfter(m_runtime.mainQueue(), saveDelay, [this] { saveNow(); });
 }
 
 void ClipboardStore::saveNow()
@@ -461,8 +497,10 @@ void ClipboardStore::saveNow()
     if (!m_saveAllowed)
         return;
     auto path = m_folder / ClipHistoryFile::fileName;
-    m_saveQueue->post([path, folder = m_folder, items = m_history.items(),
-                          deletions = std::exchange(m_pendingImageDeletions, {})] {
+    m_saveQueue->post([path, folder = m_folder, items = m_history.items(), unsaved = m_unsavedImages,
+                          deletions = std::exchange(m_pendingImageDeletions, {})]() mutable {
+        // The main thread may not have dropped an item whose image failed yet; the file never names it.
+        std::erase_if(items, [&](const ClipItem& item) { return item.imageFile && unsaved->contains(*item.imageFile); });
         auto written = writeFileAtomically(path, ClipHistoryFile::encode(items));
         if (!written) {
             // The images stay until a history without them is on disk; the orphan sweep takes them later.
@@ -558,11 +596,7 @@ void ClipboardStore::pressPaste(Paste paste)
         m_ports.notices.askForAccessibility(accessibilityReason);
         return;
     }
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().postAfter(pasteDelay, [this, alive] {
-        if (!alive.expired())
-            m_ports.keystrokes.postKey(KeyCode::v, EventFlags::command);
-    });
+    m_guard.postAfter(m_runtime.mainQueue(), pasteDelay, [this] { m_ports.keystrokes.postKey(KeyCode::v, EventFlags::command); });
 }
 
 Result<void> ClipboardStore::use(const std::string& id, Paste paste)
@@ -611,7 +645,7 @@ Result<void> ClipboardStore::usePlainText(const std::string& id, Paste paste)
     } else {
         return Error { "clipboard.noText", "This item has no text.", id };
     }
-    if (!writeOwn(PasteboardWriting { std::move(text), {}, std::nullopt, {} }))
+    if (!writeOwn(PasteboardWriting { std::move(text), {}, std::nullopt, {}, std::nullopt }))
         return Error { "clipboard.unwritable", "The clipboard could not be changed.", id };
     m_history.moveToTop(id, historyDate(m_runtime.clock().now()));
     scheduleSave();
@@ -693,9 +727,8 @@ void ClipboardStore::updateAutoClearObservers()
         m_ports.sessionEvents.stopObserving();
         return;
     }
-    std::weak_ptr<const bool> alive = m_alive;
-    m_ports.sessionEvents.startObserving([this, alive](SessionEvent event) {
-        if (!alive.expired())
+    m_ports.sessionEvents.startObserving([this, token = m_guard.token()](SessionEvent event) {
+        if (token.isAlive())
             sessionEvent(event);
     });
 }
@@ -737,7 +770,7 @@ Result<std::string> ClipboardStore::cleanCurrentLink()
     auto cleaned = LinkCleaner::clean(*snapshot.text);
     if (!cleaned)
         return Error { "clipboard.alreadyClean", std::string(LinkCleaner::alreadyCleanMessage), {} };
-    if (!writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {} }))
+    if (!writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {}, std::nullopt }))
         return Error { "clipboard.unwritable", "The clipboard could not be changed.", {} };
     ++m_cleanedLinkCount;
     ClipItem probe;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +23,7 @@
 #include "core/clipboard/PasteboardSnapshot.h"
 #include "core/clipboard/SessionEvents.h"
 #include "core/clipboard/UserNotices.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/settings/FileLocations.h"
 #include "core/settings/Settings.h"
@@ -40,10 +43,10 @@ struct ClipboardPorts {
 // Whether picking an item also pastes it into the front application.
 enum class Paste { no, yes };
 
-// Where a copy came from, as the tick that noticed it decided.
+// Where a copy came from, as the ticks that noticed it decided.
 struct CopySource {
     std::optional<AppIdentity> application; // in front when the copy happened
-    bool isExcluded = false;                // an application in front during the tick is excluded
+    bool isExcluded = false;                // an application in front since the copy's interval is excluded
 };
 
 // The clipboard history: watches the pasteboard, records what is copied, and keeps "history.json" and
@@ -52,9 +55,10 @@ struct CopySource {
 // "com.quillmar.clipboard.save", one at a time, so two saves never overlap.
 //
 // Files: image files are written before any history that names them, and removed only after a history
-// that no longer names them has been written. A history that cannot be decoded is kept aside under a
-// timestamped name and the history starts empty; entries that cannot be read are dropped the same way,
-// the original file kept aside.
+// that no longer names them has been written. An image that cannot be written takes its item with it, so
+// no item names a missing file. A history that cannot be decoded is kept aside under a timestamped name
+// and the history starts empty; entries that cannot be read are dropped the same way, the original file
+// kept aside.
 class ClipboardStore final : public ClipboardService {
 public:
     static constexpr Duration pollInterval = std::chrono::milliseconds(500);
@@ -79,7 +83,9 @@ public:
 
     // Registers the clipboard's defaults and loads the history from `folder` (created on the first save).
     ClipboardStore(Runtime& runtime, Settings& settings, std::filesystem::path folder, ClipboardPorts ports);
-    // Cancels the timers; saves already handed to the save queue still complete.
+    // Cancels the timers and hands a pending save to the save queue, which completes it. Never waits for
+    // a pasteboard read: one that has not come back is left to finish on its own thread, touching nothing
+    // of the store.
     ~ClipboardStore() override;
 
     ClipboardStore(const ClipboardStore&) = delete;
@@ -163,10 +169,12 @@ private:
     void load();
     void scheduleTick();
     void poll();
-    CopySource sourceOfCopy(const std::vector<AppIdentity>& activations);
+    void noteCopySource(std::int64_t changeCount);
     void startRead(std::int64_t changeCount, CopySource source);
-    void finishRead(std::uint64_t generation, const PasteboardReading& reading, const CopySource& source);
+    void readReturned(std::uint64_t generation, std::int64_t changeCount, const PasteboardReading& reading,
+        const CopySource& source);
     void abandonRead(std::uint64_t generation);
+    void imageNotSaved(const std::string& id);
     void checkAutoClear(std::int64_t changeCount);
     void sessionEvent(SessionEvent event);
     void sweepExpired();
@@ -185,10 +193,14 @@ private:
     std::filesystem::path m_folder;
     ClipboardPorts m_ports;
     std::unique_ptr<SerialQueue> m_saveQueue;
+    // One queue for good: a read that never returns keeps it, and no other read starts meanwhile, so
+    // a hung pasteboard costs one thread at most.
     std::unique_ptr<SerialQueue> m_readQueue;
-    // Queues left with a read that never returned; they go with the store.
-    std::vector<std::unique_ptr<SerialQueue>> m_retiredReadQueues;
-    std::shared_ptr<const bool> m_alive;
+    // Set by the read task while it is inside Pasteboard::read.
+    std::shared_ptr<std::atomic<bool>> m_readInside;
+    // Image files whose write failed; touched only on the save queue, where the history is written
+    // without the items that name them.
+    std::shared_ptr<std::set<std::string>> m_unsavedImages;
     Settings::ObserverId m_settingsObserver = 0;
 
     ClipHistory m_history;
@@ -201,13 +213,17 @@ private:
     bool m_cleansLinks = false;
     bool m_saveAllowed = true;
     bool m_ignoreNextCopy = false;
-    bool m_isReading = false;
+    bool m_isReading = false;   // a read is out and awaited
+    bool m_readerBusy = false;  // a read is out, awaited or abandoned
     bool m_observingSession = false;
     std::uint64_t m_readGeneration = 0;
     std::int64_t m_lastChangeCount = 0;
     std::int64_t m_lastClearCount = -1;
     AutoClearReference m_autoClearReference;
     std::optional<AppIdentity> m_frontAtLastTick;
+    std::int64_t m_countAtLastTick = 0;
+    // The source of a change no read has started for yet.
+    std::optional<CopySource> m_pendingSource;
     std::optional<WallTime> m_lastSweep;
     int m_cleanedLinkCount = 0;
     Duration m_pollOrigin { 0 };
@@ -215,6 +231,8 @@ private:
     WorkItemHandle m_pollItem;
     WorkItemHandle m_readTimeoutItem;
     WorkItemHandle m_saveItem;
+    // Last: ends before anything else goes.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

@@ -29,6 +29,11 @@ struct PasteboardReading {
     std::map<std::string, std::string> strings;
     std::vector<std::string> filePaths;
     std::optional<PasteboardImage> image;
+    // The bytes of every other type that carries data (rich text, HTML, an application's own types), so
+    // that the contents can be put back as they were.
+    std::map<std::string, std::string> data;
+
+    bool operator==(const PasteboardReading&) const = default;
 };
 
 // What to put on the pasteboard. `markers` are declared as types without data, so that readers (the
@@ -38,6 +43,10 @@ struct PasteboardWriting {
     std::vector<std::string> filePaths;
     std::optional<PasteboardImage> image;
     std::vector<std::string> markers;
+    // Contents read earlier, put back exactly: every type in its order with its string, bytes, files or
+    // image, and types without data declared as such. Used instead of `text`, `filePaths` and `image`;
+    // `markers` not already among its types follow them.
+    std::optional<PasteboardReading> contents;
 
     bool operator==(const PasteboardWriting&) const = default;
 };

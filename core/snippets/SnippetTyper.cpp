@@ -8,13 +8,13 @@ namespace quillmar {
 
 namespace {
 
-PasteboardWriting restoring(const PasteboardReading& reading)
+// Every type with every marker, as it was: a concealed password stays concealed to other clipboard
+// tools, rich text keeps its formats. Marked as ours too, so that the history does not take it for a
+// new copy.
+PasteboardWriting restoring(PasteboardReading reading)
 {
-    auto snapshot = PasteboardSnapshot::from(reading, {});
     PasteboardWriting writing;
-    writing.text = snapshot.text;
-    writing.filePaths = snapshot.filePaths;
-    writing.image = snapshot.image;
+    writing.contents = std::move(reading);
     writing.markers = { std::string(PasteboardTypes::own) };
     return writing;
 }
@@ -28,7 +28,6 @@ SnippetTyper::SnippetTyper(MainQueue& mainQueue, Pasteboard& pasteboard, Keystro
     , m_keystrokes(keystrokes)
     , m_focus(focus)
     , m_notices(notices)
-    , m_alive(std::make_shared<const bool>(true))
 {
 }
 
@@ -55,9 +54,8 @@ SnippetTyper::Outcome SnippetTyper::insert(const SnippetVariables::Expansion& ex
     for (auto left = expansion.cursor; left < total; ++left)
         m_keystrokes.postKey(KeyCode::leftArrow, 0);
 
-    std::weak_ptr<const bool> alive = m_alive;
-    m_mainQueue.postAfter(restoreDelay, [this, alive, ours, previous = std::move(*previous)] {
-        if (alive.expired() || m_pasteboard.changeCount() != ours)
+    m_guard.postAfter(m_mainQueue, restoreDelay, [this, ours, previous = std::move(*previous)] {
+        if (m_pasteboard.changeCount() != ours)
             return;
         if (previous.types.empty())
             m_pasteboard.clear();

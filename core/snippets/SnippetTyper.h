@@ -7,6 +7,7 @@
 #include "core/clipboard/Keystrokes.h"
 #include "core/clipboard/Pasteboard.h"
 #include "core/clipboard/UserNotices.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/MainQueue.h"
 #include "core/snippets/SnippetVariables.h"
 #include "core/snippets/TextFocus.h"
@@ -32,8 +33,9 @@ public:
     SnippetTyper& operator=(const SnippetTyper&) = delete;
 
     // Puts the text on the pasteboard (marked as ours and transient, so no history records it), presses
-    // ⌘V, then Left arrow once per character after the cursor mark. The earlier pasteboard contents (text,
-    // files or image) come back after restoreDelay unless someone changed the pasteboard meanwhile. When no
+    // ⌘V, then Left arrow once per character after the cursor mark. The earlier pasteboard contents come
+    // back exactly (every type, every marker) after restoreDelay unless someone changed the pasteboard
+    // meanwhile. When no
     // text field has the focus, or a password field has it, the text is left on the pasteboard and the user
     // is told "Click where the text should go, then paste".
     Outcome insert(const SnippetVariables::Expansion& expansion);
@@ -44,7 +46,7 @@ private:
     Keystrokes& m_keystrokes;
     TextFocus& m_focus;
     UserNotices& m_notices;
-    std::shared_ptr<const bool> m_alive;
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

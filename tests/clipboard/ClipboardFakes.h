@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -25,9 +26,11 @@ public:
 
     // Another application copies: `types` declared in this order, strings for the text and marker types.
     void copy(std::vector<std::string> types, std::map<std::string, std::string> strings = {},
-        std::vector<std::string> filePaths = {}, std::optional<PasteboardImage> image = std::nullopt)
+        std::vector<std::string> filePaths = {}, std::optional<PasteboardImage> image = std::nullopt,
+        std::map<std::string, std::string> data = {})
     {
-        m_contents = PasteboardReading { 0, std::move(types), std::move(strings), std::move(filePaths), std::move(image) };
+        m_contents = PasteboardReading { 0, std::move(types), std::move(strings), std::move(filePaths), std::move(image),
+            std::move(data) };
         ++m_changeCount;
     }
     void copyText(const std::string& text, std::vector<std::string> extraTypes = {})
@@ -41,10 +44,13 @@ public:
     PasteboardReading read() override
     {
         ++reads;
+        // What happens while the read is out, before and after it takes the contents.
+        runOnce(beforeTaking);
         if (readDelay > Duration::zero())
             m_clock.sleepFor(readDelay); // on virtual time: the read takes this long
         auto reading = m_contents;
         reading.changeCount = m_changeCount;
+        runOnce(afterTaking);
         return reading;
     }
     bool write(const PasteboardWriting& writing) override
@@ -53,17 +59,24 @@ public:
             return false;
         writes.push_back(writing);
         PasteboardReading contents;
-        if (writing.text) {
-            contents.types.push_back("public.utf8-plain-text");
-            contents.strings["public.utf8-plain-text"] = *writing.text;
+        if (writing.contents) {
+            contents = *writing.contents;
+        } else {
+            if (writing.text) {
+                contents.types.push_back("public.utf8-plain-text");
+                contents.strings["public.utf8-plain-text"] = *writing.text;
+            }
+            if (!writing.filePaths.empty())
+                contents.types.push_back("public.file-url");
+            contents.filePaths = writing.filePaths;
+            if (writing.image)
+                contents.types.push_back(writing.image->type);
+            contents.image = writing.image;
         }
-        if (!writing.filePaths.empty())
-            contents.types.push_back("public.file-url");
-        contents.filePaths = writing.filePaths;
-        if (writing.image)
-            contents.types.push_back(writing.image->type);
-        contents.image = writing.image;
-        contents.types.insert(contents.types.end(), writing.markers.begin(), writing.markers.end());
+        for (const auto& marker : writing.markers) {
+            if (std::find(contents.types.begin(), contents.types.end(), marker) == contents.types.end())
+                contents.types.push_back(marker);
+        }
         m_contents = std::move(contents);
         ++m_changeCount;
         return true;
@@ -84,12 +97,20 @@ public:
     }
 
     Duration readDelay { 0 };
+    std::function<void()> beforeTaking;
+    std::function<void()> afterTaking;
     bool refuseWrites = false;
     int reads = 0;
     int clears = 0;
     std::vector<PasteboardWriting> writes;
 
 private:
+    static void runOnce(std::function<void()>& hook)
+    {
+        if (auto run = std::exchange(hook, nullptr))
+            run();
+    }
+
     Clock& m_clock;
     PasteboardReading m_contents;
     std::int64_t m_changeCount = 1;

@@ -59,6 +59,32 @@ TEST_F(ClipboardTimingTest, FlushWritesPendingChangesAtOnce)
     EXPECT_EQ(std::filesystem::last_write_time(historyFile()), written) << "the debounced save was cancelled";
 }
 
+TEST_F(ClipboardTimingTest, APendingSaveIsWrittenWhenTheStoreGoes)
+{
+    start();
+    m_pasteboard.copyText("a");
+    tick();
+    m_store.reset();
+    m_runtime.runUntilIdle();
+    ASSERT_TRUE(historySaved());
+    EXPECT_EQ(savedHistory()[0]["text"], "a");
+}
+
+TEST_F(ClipboardTimingTest, AnImageThatCannotBeWrittenLeavesNoItemNamingIt)
+{
+    start();
+    // A file where the folder should be: nothing can be written into it.
+    std::ofstream(folder()) << "x";
+    m_pasteboard.copy({ "public.png" }, {}, {}, PasteboardImage { "PNGDATA", "public.png", { 1, 1 } });
+    tick();
+    advance(ClipboardStore::saveDelay);
+    EXPECT_TRUE(store().items().empty());
+
+    m_pasteboard.copyText("text needs no file");
+    tick();
+    EXPECT_EQ(texts(), (std::vector<std::string> { "text needs no file" }));
+}
+
 TEST_F(ClipboardTimingTest, AReadThatTakesTooLongIsDropped)
 {
     start();
@@ -75,6 +101,57 @@ TEST_F(ClipboardTimingTest, AReadThatTakesTooLongIsDropped)
     advance(std::chrono::seconds(2));
     EXPECT_EQ(texts(), (std::vector<std::string> { "slow but in time" }));
 }
+
+// Each row acts while a slow read of "before" (copied in the editor) is out; `recorded` is the history
+// afterwards, newest first, with each item's source.
+struct SlowReadRow {
+    const char* name;
+    bool beforeTheReadTakesTheContents;
+    std::function<void(ClipboardStoreFixture&)> meanwhile;
+    std::vector<std::pair<std::string, std::string>> recorded;
+};
+
+class ClipboardSlowRead : public testing::TestWithParam<SlowReadRow>, protected ClipboardStoreFixture { };
+
+TEST_P(ClipboardSlowRead, JudgesEachCopyByTheApplicationsInFrontWhenItHappened)
+{
+    settings().set(ClipboardSettings::excludedApps, { "com.example.vault" });
+    start();
+    m_pasteboard.readDelay = std::chrono::seconds(1);
+    auto& hook = GetParam().beforeTheReadTakesTheContents ? m_pasteboard.beforeTaking : m_pasteboard.afterTaking;
+    hook = [this] { GetParam().meanwhile(*this); };
+    m_pasteboard.copyText("before");
+    tick();
+    m_runtime.advance(std::chrono::seconds(5));
+    std::vector<std::pair<std::string, std::string>> recorded;
+    for (const auto& item : store().items())
+        recorded.emplace_back(item.text.value_or("?"), item.sourceName.value_or("?"));
+    EXPECT_EQ(recorded, GetParam().recorded);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sources, ClipboardSlowRead,
+    testing::Values(
+        SlowReadRow { "SecretCopiedInAnExcludedApplication", false,
+            [](auto& f) {
+                f.m_front.activate({ "com.example.vault", "Vault" });
+                f.m_pasteboard.copyText("secret");
+                f.m_front.activate({ "com.example.editor", "Editor" });
+            },
+            { { "before", "Editor" } } },
+        SlowReadRow { "SecretCopiedBeforeTheReadTookTheContents", true,
+            [](auto& f) {
+                f.m_front.activate({ "com.example.vault", "Vault" });
+                f.m_pasteboard.copyText("secret");
+                f.m_front.activate({ "com.example.editor", "Editor" });
+            },
+            {} },
+        SlowReadRow { "CopiedAndThenSwitchedAway", false,
+            [](auto& f) {
+                f.m_pasteboard.copyText("after");
+                f.m_front.activate({ "com.example.terminal", "Terminal" });
+            },
+            { { "after", "Editor" }, { "before", "Editor" } } }),
+    [](const testing::TestParamInfo<SlowReadRow>& row) { return std::string(row.param.name); });
 
 TEST_F(ClipboardTimingTest, ExpiredItemsGoAtTheHourlySweepExceptPins)
 {

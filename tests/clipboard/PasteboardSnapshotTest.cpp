@@ -8,7 +8,7 @@ namespace {
 PasteboardSnapshot snapshot(std::vector<std::string> types, std::map<std::string, std::string> strings = {},
     std::optional<PasteboardImage> image = std::nullopt, std::vector<std::string> files = {})
 {
-    PasteboardReading reading { 7, std::move(types), std::move(strings), std::move(files), std::move(image) };
+    PasteboardReading reading { 7, std::move(types), std::move(strings), std::move(files), std::move(image), {} };
     return PasteboardSnapshot::from(reading, defaultTransientMarkers());
 }
 

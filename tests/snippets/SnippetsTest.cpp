@@ -142,6 +142,23 @@ TEST_F(SnippetsTest, ASpaceTerminatedTriggerIsErasedWithItsSpaceAndExpanded)
     EXPECT_EQ(m_pasteboard.text(), "what the user had") << "the clipboard comes back";
 }
 
+TEST_F(SnippetsTest, TheEarlierClipboardComesBackWithEveryTypeAndMarker)
+{
+    ASSERT_TRUE(m_snippets->add(make(";s", "short", true)));
+    m_snippets->setEnabled(true);
+    m_pasteboard.copy({ "public.rtf", "public.utf8-plain-text", "org.nspasteboard.ConcealedType", "com.example.vault.item" },
+        { { "public.utf8-plain-text", "hunter2" } }, {}, std::nullopt,
+        { { "public.rtf", "{\\rtf1 \\b hunter2}" }, { "com.example.vault.item", std::string("\0\1", 2) } });
+    auto before = m_pasteboard.read();
+    type(";s");
+    m_runtime.advance(SnippetTyper::restoreDelay);
+
+    auto after = m_pasteboard.read();
+    before.types.push_back("com.quillmar.pasteboard");
+    before.changeCount = after.changeCount;
+    EXPECT_EQ(after, before);
+}
+
 TEST_F(SnippetsTest, ImmediateTriggersFireWithoutASpace)
 {
     ASSERT_TRUE(m_snippets->add(make(";s", "short", true)));
