@@ -10,6 +10,8 @@
 #include <fmt/format.h>
 
 #include "cli/BatchRunner.h"
+#include "cli/HomeFolder.h"
+#include "cli/JsonText.h"
 #include "core/agents/AgentLogFiles.h"
 #include "core/agents/AgentPricing.h"
 #include "core/agents/UsageReport.h"
@@ -124,7 +126,7 @@ std::string priceLine(std::string_view line)
 {
     auto parsed = recordFromJson(line);
     if (auto* sentence = std::get_if<std::string>(&parsed))
-        return nlohmann::json { { "error", *sentence } }.dump();
+        return jsonText(nlohmann::json { { "error", *sentence } });
     const auto& record = std::get<UsageRecord>(parsed);
     const auto* rate = AgentPricing::rate(record.model);
     auto cost = AgentPricing::cost(record);
@@ -133,7 +135,7 @@ std::string priceLine(std::string_view line)
         { "family", rate ? nlohmann::json(std::string(rate->family)) : nlohmann::json(nullptr) },
         { "cost", cost ? nlohmann::json(*cost) : nlohmann::json(nullptr) },
     };
-    return answer.dump(-1, ' ', /*ensure_ascii=*/false, nlohmann::json::error_handler_t::replace);
+    return jsonText(answer);
 }
 
 void price(CliContext& context, const PriceOptions& options)
@@ -239,6 +241,8 @@ void report(CliContext& context, const ReportOptions& options)
     else if (options.agent == "codex")
         agent = Agent::codex;
 
+    if (!homeFolder(context))
+        return;
     auto search = findAgentLogs(AgentLogLocations::fromEnvironment(environmentVariable), agent);
     if (search.files.empty()) {
         const char* whose = !agent ? "No Claude Code or Codex logs" : *agent == Agent::claude ? "No Claude Code logs" : "No Codex logs";

@@ -86,7 +86,7 @@ std::optional<AnswerContext> answerContext(CliContext& context, const QueryOptio
     }
     if (!options.local.empty()) {
         if (!CommandTimeZones::zoneWithIdentifier(options.local)) {
-            context.usageError(fmt::format("There is no time zone \"{}\". Use an identifier such as Europe/Berlin.", options.local));
+            context.usageError(fmt::format("There is no time zone \"{}\"; use an identifier such as Europe/Berlin.", options.local));
             return std::nullopt;
         }
         answer.localZone = options.local;

@@ -54,25 +54,6 @@ std::optional<std::vector<AppcastItem>> readItems(CliContext& context, const std
     return items;
 }
 
-// "14.4.1", "14.4" or "14": up to three whole numbers; missing ones are 0.
-std::optional<OperatingSystemVersion> systemVersion(const std::string& text)
-{
-    int numbers[3] = { 0, 0, 0 };
-    std::size_t count = 0;
-    std::string_view rest = text;
-    while (true) {
-        auto dot = rest.find('.');
-        auto piece = rest.substr(0, dot);
-        if (count == 3 || piece.empty() || piece.size() > 6 || piece.find_first_not_of("0123456789") != std::string_view::npos)
-            return std::nullopt;
-        numbers[count++] = std::stoi(std::string(piece));
-        if (dot == std::string_view::npos)
-            break;
-        rest.remove_prefix(dot + 1);
-    }
-    return OperatingSystemVersion { numbers[0], numbers[1], numbers[2] };
-}
-
 // "2024-03-05 09:15:00 UTC"; any year, without the C library's range limits.
 std::string utcText(std::chrono::sys_seconds instant)
 {
@@ -154,7 +135,7 @@ void runParse(CliContext& context, const AppcastOptions& options)
 
 void runBest(CliContext& context, const AppcastOptions& options)
 {
-    auto system = systemVersion(options.system);
+    auto system = OperatingSystemVersion::parse(options.system);
     if (!system) {
         context.usageError("Give the system version as numbers with dots, for example: --system 14.4.1");
         return;

@@ -1,6 +1,5 @@
 #include "cli/AppsCommands.h"
 
-#include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <ostream>
@@ -9,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/HomeFolder.h"
 #include "core/apps/AppInventory.h"
 #include "core/apps/AppStoreLookup.h"
 #include "core/apps/ElectronFeed.h"
@@ -86,8 +86,10 @@ void listApps(CliContext& context, const ListOptions& options)
 {
     std::vector<std::filesystem::path> roots(options.roots.begin(), options.roots.end());
     if (roots.empty()) {
-        const char* home = std::getenv("HOME");
-        roots = AppInventory::defaultRoots(home ? home : "");
+        auto home = homeFolder(context);
+        if (!home)
+            return;
+        roots = AppInventory::defaultRoots(*home);
     }
     auto bundles = AppInventory(std::move(roots)).scan();
     if (options.json) {

@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "cli/ReportingSettingsBackend.h"
 #include "core/settings/JsonFileSettingsBackend.h"
 #include "platform/unsupported/UnsupportedEventTapSource.h"
 #include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
@@ -29,7 +30,7 @@ bool CliContext::errIsTerminal() const
 
 void CliContext::printJson(const nlohmann::json& object)
 {
-    m_out << object.dump(-1, ' ', /*ensure_ascii=*/false, nlohmann::json::error_handler_t::replace) << '\n';
+    m_out << jsonText(object) << '\n';
 }
 
 void CliContext::refuse(std::string_view sentence)
@@ -47,8 +48,8 @@ void CliContext::usageError(std::string_view sentence)
 Settings& CliContext::settings()
 {
     if (!m_settings) {
-        m_settings = std::make_unique<Settings>(
-            std::make_unique<JsonFileSettingsBackend>(m_locations->settingsFile(), m_runtime.clock()));
+        m_settings = std::make_unique<Settings>(std::make_unique<ReportingSettingsBackend>(
+            std::make_unique<JsonFileSettingsBackend>(m_locations->settingsFile(), m_runtime.clock()), m_err));
     }
     return *m_settings;
 }
@@ -68,7 +69,7 @@ AppServices& CliContext::services()
 bool CliContext::confirmSaved()
 {
     if (auto error = settings().lastSaveError()) {
-        refuse(fmt::format("The settings could not be saved ({}).", error->context));
+        refuse(fmt::format("The settings couldn't be saved to {}.", m_locations->settingsFile().string()));
         return false;
     }
     return true;

@@ -1,12 +1,15 @@
 #pragma once
 
+#include <concepts>
 #include <iosfwd>
+#include <ostream>
 #include <memory>
 #include <string_view>
 
 #include <nlohmann/json.hpp>
 
 #include "cli/ExitCode.h"
+#include "cli/JsonText.h"
 #include "core/runtime/SystemRuntime.h"
 #include "core/settings/FileLocations.h"
 #include "core/settings/Settings.h"
@@ -29,8 +32,15 @@ public:
     // Whether standard error is a terminal a person watches (progress lines go there only then).
     bool errIsTerminal() const;
 
-    // Prints one compact JSON object on one line.
+    // Prints one compact JSON object on one line (see jsonText: never throws on bytes that are not UTF-8).
     void printJson(const nlohmann::json& object);
+    // The same, keys in the order they were added.
+    template<typename Json>
+        requires std::same_as<Json, nlohmann::ordered_json>
+    void printJson(const Json& object)
+    {
+        m_out << jsonText(object) << '\n';
+    }
 
     // A refusal or a usage error: one sentence on stderr, and the exit code to return.
     void refuse(std::string_view sentence);

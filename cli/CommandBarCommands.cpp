@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 
 #include "cli/BatchRunner.h"
+#include "cli/JsonText.h"
 #include "core/commandbar/CommandLearningStore.h"
 #include "core/commandbar/CommandMatcher.h"
 #include "core/commandbar/CommandRanker.h"
@@ -56,7 +57,7 @@ void runMatch(CliContext& context, const MatchOptions& options)
             auto match = matchTitle(matcher, line.substr(0, tab), line.substr(tab + 1));
             if (!match)
                 return "null";
-            return matchJson(*match).dump(-1, ' ', /*ensure_ascii=*/false, nlohmann::json::error_handler_t::replace);
+            return jsonText(matchJson(*match));
         });
         return;
     }
@@ -101,7 +102,7 @@ void runRank(CliContext& context, const RankOptions& options)
         std::vector<std::string_view> names;
         for (auto each : allCommandScopes())
             names.push_back(rawValue(each));
-        context.usageError(fmt::format("There is no scope \"{}\". The scopes are {}.", options.scope, fmt::join(names, ", ")));
+        context.usageError(fmt::format("There is no scope \"{}\"; the scopes are {}.", options.scope, fmt::join(names, ", ")));
         return;
     }
     WallTime now = std::chrono::time_point_cast<WallTime::duration>(std::chrono::system_clock::now());

@@ -1,6 +1,9 @@
 #include "cli/CommandLine.h"
 
+#include <cstdlib>
 #include <ostream>
+#include <string>
+#include <string_view>
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -24,14 +27,44 @@
 #include "cli/VersionCommand.h"
 #include "cli/WindowsCommand.h"
 #include "core/base/Diagnostics.h"
+#include "core/base/Text.h"
 
 namespace quillmar::cli {
+
+namespace {
+
+constexpr const char* debugVariable = "QUILLMAR_DEBUG";
+
+// The parser's complaint as one sentence that says where to look: "Frobnicate isn't expected" style
+// text from the parser, capitalised, with the pointer to the help after a semicolon.
+std::string parseErrorSentence(std::string_view complaint)
+{
+    std::string text(trimmed(complaint));
+    for (auto& character : text) {
+        if (character == '\n' || character == '\r')
+            character = ' ';
+    }
+    while (!text.empty() && (text.back() == '.' || text.back() == ' '))
+        text.pop_back();
+    if (text.empty())
+        text = "The command line isn't complete";
+    if (text.front() >= 'a' && text.front() <= 'z')
+        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    return text + "; run \"quillmar --help\" for the commands.";
+}
+
+} // namespace
 
 int runCommandLine(int argc, const char* const* argv, std::istream& in, std::ostream& out, std::ostream& err,
     std::unique_ptr<FileLocations> locations)
 {
     CliContext context(in, out, err, std::move(locations));
-    setDiagnosticSink([&err](std::string_view line) { err << "quillmar: " << line << '\n'; });
+    // A person reads the commands' own sentences; developer diagnostics, with their internal codes, only
+    // when asked for.
+    if (const char* debug = std::getenv(debugVariable); debug != nullptr && *debug != '\0')
+        setDiagnosticSink([&err](std::string_view line) { err << "quillmar: " << line << '\n'; });
+    else
+        setDiagnosticSink([](std::string_view) { });
 
     CLI::App app("Quillmar: everyday tools in one menu-bar application.", "quillmar");
     app.require_subcommand(1);
@@ -62,7 +95,7 @@ int runCommandLine(int argc, const char* const* argv, std::istream& in, std::ost
     } catch (const CLI::CallForAllHelp&) {
         out << app.help("", CLI::AppFormatMode::All);
     } catch (const CLI::ParseError& error) {
-        err << "quillmar: " << error.what() << "\nRun \"quillmar --help\" for the commands.\n";
+        err << parseErrorSentence(error.what()) << '\n';
         code = static_cast<int>(ExitCode::usage);
     }
     setDiagnosticSink(nullptr);

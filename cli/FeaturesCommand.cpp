@@ -33,7 +33,7 @@ void switchFeature(CliContext& context, const std::string& id, bool on)
     auto feature = featureFromRawValue(id);
     if (!feature) {
         context.usageError(fmt::format(
-            "There is no feature \"{}\". Run \"quillmar features list\" to see the valid ones.", id));
+            "There is no feature \"{}\"; run \"quillmar features list\" to see the valid ones.", id));
         return;
     }
     context.services().features().set(*feature, on);

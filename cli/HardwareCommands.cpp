@@ -127,7 +127,7 @@ void printStatus(CliContext& context, const DDCReadOutcome& outcome)
         object["status"] = "failed";
         break;
     }
-    context.out() << object.dump() << '\n';
+    context.printJson(object);
 }
 
 void addSmcCommands(CLI::App& app, CliContext& context)
@@ -369,7 +369,7 @@ void brightness(CliContext& context, std::optional<std::size_t> only, const std:
     if (!session)
         return;
     if (only && (*only < 1 || *only > session->displays.size())) {
-        context.usageError(fmt::format("There is no display {}. Run \"quillmar displays list\" to see them.", *only));
+        context.usageError(fmt::format("There is no display {}; run \"quillmar displays list\" to see them.", *only));
         return;
     }
 

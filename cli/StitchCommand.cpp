@@ -23,12 +23,19 @@ struct StitchOptions {
     bool json = false;
 };
 
+// The frame at `path`; its Error's message is the sentence a person reads, naming the file.
 Result<Bitmap> readFrame(const std::string& path)
 {
-    QUILLMAR_TRY_ASSIGN(auto bytes, readFile(path));
+    auto bytes = readFile(path);
     if (!bytes)
-        return Error { "stitch.missing", "The frame does not exist.", path };
-    return decodePng(*bytes);
+        return Error { bytes.error().code, fmt::format("Couldn't read {}.", path), bytes.error().context };
+    if (!*bytes)
+        return Error { "stitch.missing", fmt::format("Couldn't read {}: no such file.", path), path };
+    auto frame = decodePng(**bytes);
+    if (!frame)
+        return Error { frame.error().code, fmt::format("Couldn't read {}: it isn't a readable PNG image.", path),
+            frame.error().context };
+    return frame;
 }
 
 void stitch(CliContext& context, const StitchOptions& options)
@@ -38,8 +45,10 @@ void stitch(CliContext& context, const StitchOptions& options)
     std::vector<int> statuses;
     for (const auto& path : options.frames) {
         auto frame = readFrame(path);
-        if (!frame)
+        if (!frame) {
             diagnostic("stitch: frame {} unreadable: {} {}", path, frame.error().code, frame.error().context);
+            context.err() << frame.error().message << '\n';
+        }
         statuses.push_back(static_cast<int>(stitcher.process(std::move(frame))));
     }
 

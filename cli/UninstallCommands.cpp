@@ -1,7 +1,6 @@
 #include "cli/UninstallCommands.h"
 
 #include <cctype>
-#include <cstdlib>
 #include <filesystem>
 #include <istream>
 #include <iterator>
@@ -15,6 +14,7 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/BatchRunner.h"
+#include "cli/HomeFolder.h"
 #include "core/base/Text.h"
 #include "core/uninstaller/AppIdentity.h"
 #include "core/uninstaller/AppRefusal.h"
@@ -55,17 +55,15 @@ fs::path absolutePath(const std::string& path)
     return error ? fs::path(path) : absolute;
 }
 
-// --home, else $HOME; none (with a usage error) when neither is set.
+// --home, else $HOME; none (refused) when neither is set.
 std::optional<fs::path> homeFolder(CliContext& context, const Options& options)
 {
     if (!options.home.empty())
         return TrashGuard::standardized(absolutePath(options.home));
-    const char* home = std::getenv("HOME");
-    if (home == nullptr || *home == '\0') {
-        context.usageError("HOME is not set; give the home folder with --home.");
+    auto home = cli::homeFolder(context);
+    if (!home)
         return std::nullopt;
-    }
-    return TrashGuard::standardized(absolutePath(home));
+    return TrashGuard::standardized(*home);
 }
 
 fs::path libraryFolder(const Options& options, const fs::path& home)
@@ -148,7 +146,7 @@ void runScan(CliContext& context, const Options& options)
         nlohmann::ordered_json app { { "name", scan->app.name }, { "bundleID", scan->app.bundleID },
             { "version", scan->app.version }, { "path", scan->app.url.string() }, { "size", scan->app.size } };
         nlohmann::ordered_json object { { "app", app }, { "leftovers", leftovers } };
-        context.out() << object.dump() << '\n';
+        context.printJson(object);
         return;
     }
     auto title = scan->app.version.empty() ? scan->app.name : scan->app.name + " " + scan->app.version;

@@ -10,6 +10,7 @@
 #include <fmt/format.h>
 
 #include "cli/FetcherOptions.h"
+#include "cli/HomeFolder.h"
 #include "core/apps/AppInventory.h"
 #include "core/updates/UpdateCheck.h"
 
@@ -28,12 +29,6 @@ struct UpdatesArguments {
     FetcherOptions fetcher;
 };
 
-std::filesystem::path homeFolder()
-{
-    const char* home = std::getenv("HOME");
-    return home ? std::filesystem::path(home) : std::filesystem::path("/");
-}
-
 std::string localeName()
 {
     for (const char* name : { "LC_ALL", "LC_MESSAGES", "LANG" }) {
@@ -41,26 +36,6 @@ std::string localeName()
             return value;
     }
     return {};
-}
-
-// "15", "15.1" or "15.1.2"; none for anything else.
-std::optional<OperatingSystemVersion> parseSystemVersion(const std::string& text)
-{
-    OperatingSystemVersion version;
-    int* fields[] = { &version.majorVersion, &version.minorVersion, &version.patchVersion };
-    std::size_t field = 0;
-    std::size_t start = 0;
-    while (true) {
-        auto dot = text.find('.', start);
-        auto piece = text.substr(start, dot == std::string::npos ? std::string::npos : dot - start);
-        if (field == 3 || piece.empty() || piece.size() > 4
-            || !std::all_of(piece.begin(), piece.end(), [](char c) { return c >= '0' && c <= '9'; }))
-            return std::nullopt;
-        *fields[field++] = std::stoi(piece);
-        if (dot == std::string::npos)
-            return version;
-        start = dot + 1;
-    }
 }
 
 nlohmann::json optionalJson(const std::optional<std::string>& value)
@@ -122,7 +97,7 @@ void printRows(CliContext& context, const std::vector<AppUpdate>& rows)
 
 void check(CliContext& context, const UpdatesArguments& arguments)
 {
-    auto system = parseSystemVersion(arguments.system);
+    auto system = OperatingSystemVersion::parse(arguments.system);
     if (!system) {
         context.usageError(fmt::format("\"{}\" is not a system version such as 15.1.0.", arguments.system));
         return;
@@ -132,8 +107,12 @@ void check(CliContext& context, const UpdatesArguments& arguments)
         return;
 
     std::vector<std::filesystem::path> roots(arguments.roots.begin(), arguments.roots.end());
-    if (roots.empty())
-        roots = AppInventory::defaultRoots(homeFolder());
+    if (roots.empty()) {
+        auto home = homeFolder(context);
+        if (!home)
+            return;
+        roots = AppInventory::defaultRoots(*home);
+    }
     auto apps = AppInventory(roots).scan();
 
     UpdateEnvironment environment;

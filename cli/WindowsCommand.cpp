@@ -70,7 +70,7 @@ void printLayout(CliContext& context, const LayoutOptions& options)
 {
     auto layout = windowLayoutFromRawValue(options.name);
     if (!layout) {
-        context.usageError(fmt::format("There is no layout called \"{}\". The layouts are {}.", options.name, layoutNames()));
+        context.usageError(fmt::format("There is no layout called \"{}\"; the layouts are {}.", options.name, layoutNames()));
         return;
     }
     auto area = rectangle(options.area);

@@ -18,9 +18,13 @@ public:
     // soon, large enough that the per-call cost of the system's trash operation stays small.
     static constexpr std::size_t defaultBatchSize = 8;
 
-    // Items that `TrashGuard::isSafeToTrash(url, home)` refuses are skipped; the rest go through
-    // `recycler` in batches of `batchSize`, with `progress` and `isCancelled` as Recycler::recycle takes
-    // them. Leftovers go first and the application last, so a cancelled run leaves it in place.
+    // Items that `TrashGuard::isSafeToTrash(url, home)` refuses, and an application that AppRefusal
+    // refuses, are skipped; both are asked once up front and again right before each batch, so a link
+    // planted meanwhile is still caught. The rest go through `recycler` in batches of `batchSize`:
+    // after each batch `progress` (may be empty) gets the fraction handled, 0...1, and before each batch
+    // after the first `isCancelled` (may be empty) may stop the run. An item naming a location already
+    // named is `repeated` and handled once. Leftovers go first and the application last, so a cancelled
+    // run leaves it in place. Every item lands in exactly one list of the outcome.
     static RemovalOutcome run(std::vector<RemovalItem> items, const std::filesystem::path& home, Recycler& recycler,
         std::size_t batchSize = defaultBatchSize, const Recycler::Progress& progress = {},
         const Recycler::CancelCheck& isCancelled = {});

@@ -30,6 +30,7 @@ struct RemovalOutcome {
     std::vector<Failure> failed;
     std::vector<RemovalItem> skipped; // refused by the trash guard, never handed to the recycler
     std::vector<RemovalItem> notAttempted; // left when the removal was cancelled
+    std::vector<RemovalItem> repeated; // named a location an earlier item named; that one tells its fate
     bool cancelled = false;
 
     // The count moved + " moved to the Trash" ("3 moved to the Trash").

@@ -68,7 +68,7 @@ bool TrashGuard::isSafeToTrash(const fs::path& path, const fs::path& home)
     });
     if (isProtectedHomePath)
         return false;
-    if (isWithin(standardPath, standardHome) && hasSymlink(standardPath.parent_path(), standardHome))
+    if (isWithin(standardPath, standardHome) && hasSymlink(standardPath, standardHome))
         return false;
     return true;
 }

@@ -41,10 +41,10 @@ public:
     static std::filesystem::path standardized(const std::filesystem::path& path);
 
     // True when `path` may be moved to the Trash: it is absolute, is none of the protected paths (the
-    // system ones and those under `home`), and, when it lies below `home`, no folder between `home` and
-    // it is a symbolic link, so a link planted inside a container cannot redirect the removal elsewhere.
-    // The last component may itself be a link: trashing moves the link, never what it points to.
-    // A folder that cannot be examined counts as a link. An empty `home` protects the system paths only.
+    // system ones and those under `home`), and, when it lies below `home`, no component of it below `home`
+    // (the last one included) is a symbolic link, so a link planted inside a container cannot redirect the
+    // removal elsewhere. A component that cannot be examined counts as a link. An empty `home` protects the
+    // system paths only. The answer holds for the moment it is asked: ask again right before moving.
     static bool isSafeToTrash(const std::filesystem::path& path, const std::filesystem::path& home);
 
     // True when a component of `path` strictly below `base` — the last one included — is a symbolic link

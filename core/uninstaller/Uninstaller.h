@@ -114,7 +114,8 @@ public:
     // Moves the ticked leftovers of the selected application, and the application itself when
     // `includingApp`, to the Trash in the background. Afterwards the moved leftovers leave the list, the
     // failed ones stay with their error, the application list is loaded again, and `completion` (may be
-    // empty) gets the outcome on the main queue. Ignored while a removal runs or when `app` is not the
+    // empty) gets the outcome on the main queue. A refused application (see `refusal`) is never moved: it
+    // lands among the outcome's skipped items. Ignored while a removal runs or when `app` is not the
     // selected application.
     void remove(const InstalledApp& app, bool includingApp, std::function<void(const RemovalOutcome&)> completion);
 

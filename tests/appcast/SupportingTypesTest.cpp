@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/appcast/AbsoluteUrl.h"
+#include "core/appcast/OperatingSystemVersion.h"
 #include "core/appcast/PubDateParser.h"
 #include "tests/appcast/AppcastTestSupport.h"
 
@@ -69,6 +70,32 @@ TEST(PubDateParserTest, ReadsTheFeedPatternStrictly)
         if (date) {
             EXPECT_EQ(date->time_since_epoch().count(), *row.expected) << row.text;
         }
+    }
+}
+
+TEST(OperatingSystemVersionTest, ParsesOneToThreeWholeNumbers)
+{
+    struct Row {
+        const char* text;
+        std::optional<std::string> parsed;
+    };
+    const Row rows[] = {
+        { "14.4.1", "14.4.1" },
+        { "14.4", "14.4.0" },
+        { "15", "15.0.0" },
+        { "100000.0.999999", "100000.0.999999" },
+        { "1234567", std::nullopt },
+        { "14.4.1.1", std::nullopt },
+        { "14..1", std::nullopt },
+        { "14.", std::nullopt },
+        { "", std::nullopt },
+        { "-1", std::nullopt },
+        { " 14", std::nullopt },
+        { "fourteen", std::nullopt },
+    };
+    for (const auto& row : rows) {
+        auto version = OperatingSystemVersion::parse(row.text);
+        EXPECT_EQ(version ? std::optional(version->text()) : std::nullopt, row.parsed) << row.text;
     }
 }
 

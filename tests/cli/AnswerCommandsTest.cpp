@@ -130,7 +130,7 @@ TEST_F(AnswerCommandsTest, UsageErrorsExitTwo)
     for (const auto& row : {
              Row { { "calc" }, "Give a query" },
              Row { { "convert" }, "Give a query" },
-             Row { { "tz", "tokyo", "--local", "Mars/Base" }, "There is no time zone \"Mars/Base\"." },
+             Row { { "tz", "tokyo", "--local", "Mars/Base" }, "There is no time zone \"Mars/Base\"; use an identifier" },
              Row { { "tz", "tokyo", "--now", "1e300" }, "out of range" },
              Row { { "tz", "tokyo", "--now", "soon" }, "quillmar --help" },
          }) {

@@ -51,9 +51,9 @@ inline CommandRun runQuillmar(const std::filesystem::path& root, std::vector<std
 
 #ifdef QUILLMAR_BINARY
 // Runs the real `quillmar` binary with `input` on standard input and state under `root`; standard error is
-// kept in a file under `root`.
+// kept in a file under `root`. `environment` holds extra NAME=value settings for the run.
 inline CommandRun runQuillmarBinary(const std::filesystem::path& root, const std::vector<std::string>& words,
-    const std::string& input = {})
+    const std::string& input = {}, const std::vector<std::string>& environment = {})
 {
     auto quoted = [](const std::string& text) {
         std::string result = "'";
@@ -64,7 +64,10 @@ inline CommandRun runQuillmarBinary(const std::filesystem::path& root, const std
     auto inputPath = root / "stdin.txt";
     auto errorPath = root / "stderr.txt";
     std::ofstream(inputPath, std::ios::binary) << input;
-    std::string command = "XDG_CONFIG_HOME=" + quoted((root / "config").string()) + " XDG_DATA_HOME="
+    std::string command;
+    for (const auto& setting : environment)
+        command += setting.substr(0, setting.find('=') + 1) + quoted(setting.substr(setting.find('=') + 1)) + " ";
+    command += "XDG_CONFIG_HOME=" + quoted((root / "config").string()) + " XDG_DATA_HOME="
         + quoted((root / "data").string()) + " " + QUILLMAR_BINARY;
     for (const auto& word : words)
         command += " " + quoted(word);

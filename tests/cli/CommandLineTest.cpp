@@ -90,7 +90,7 @@ TEST_F(CommandLineTest, UsageErrorsExitTwoWithASentence)
     };
     const std::vector<Row> rows = {
         { "unknown feature", { "features", "enable", "teleporter" },
-            "There is no feature \"teleporter\". Run \"quillmar features list\" to see the valid ones." },
+            "There is no feature \"teleporter\"; run \"quillmar features list\" to see the valid ones." },
         { "no command", {}, "quillmar --help" },
         { "unknown command", { "frobnicate" }, "quillmar --help" },
         { "missing id", { "features", "disable" }, "quillmar --help" },
@@ -109,7 +109,8 @@ TEST_F(CommandLineTest, UnreadableSettingsAreKeptAsideAndTheCommandStillWorks)
     std::ofstream(m_folder.path() / "config" / "quillmar" / "settings.json") << "{ not json";
     auto result = run({ "features", "list", "--json" });
     EXPECT_EQ(result.code, 0);
-    EXPECT_NE(result.err.find("kept it as settings.json.unreadable-"), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.rfind("The settings file couldn't be read, so it was kept as ", 0), 0u) << result.err;
+    EXPECT_NE(result.err.find("settings.json.unreadable-"), std::string::npos) << result.err;
     std::size_t files = 0;
     for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(m_folder.path() / "config" / "quillmar"))
         ++files;

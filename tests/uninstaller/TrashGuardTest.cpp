@@ -82,12 +82,15 @@ TEST_F(TrashGuardLinkTest, LinkPlantedInsideAContainerIsRefused)
     EXPECT_TRUE(TrashGuard::isSafeToTrash(m_home / "Library" / "Containers" / "com.example.App", m_home));
 }
 
-TEST_F(TrashGuardLinkTest, TheLinkItselfMayBeTrashed)
+TEST_F(TrashGuardLinkTest, ALinkAsTheLastComponentIsRefused)
 {
-    auto link = m_home / "Library" / "Containers" / "com.example.App" / "Data" / "Shortcut";
-    fs::create_directory_symlink(m_folder.path() / "elsewhere", link);
-    EXPECT_TRUE(TrashGuard::isSafeToTrash(link, m_home));
-    EXPECT_TRUE(TrashGuard::hasSymlink(link, m_home));
+    for (const auto& link : { m_home / "Library" / "Caches" / "com.example.App",
+             m_home / "Library" / "Containers" / "com.example.App" / "Data" / "Shortcut" }) {
+        fs::create_directories(link.parent_path());
+        fs::create_directory_symlink(m_folder.path() / "elsewhere", link);
+        EXPECT_FALSE(TrashGuard::isSafeToTrash(link, m_home)) << link;
+        EXPECT_TRUE(TrashGuard::hasSymlink(link, m_home)) << link;
+    }
 }
 
 TEST_F(TrashGuardLinkTest, LinkedLibraryFolderRefusesEverythingBelowIt)

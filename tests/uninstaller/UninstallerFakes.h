@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <set>
@@ -50,6 +51,7 @@ class FakeRecycler final : public Recycler {
 public:
     std::map<std::filesystem::path, RecycleFailure::Reason> refuse;
     std::vector<std::vector<std::filesystem::path>> batches;
+    std::function<void()> duringBatch; // may be empty; runs after the batch is recorded
 
     std::vector<std::filesystem::path> handled() const
     {
@@ -63,6 +65,8 @@ protected:
     std::vector<RecycleFailure> recycleBatch(std::span<const std::filesystem::path> paths) override
     {
         batches.emplace_back(paths.begin(), paths.end());
+        if (duringBatch)
+            duringBatch();
         std::vector<RecycleFailure> failures;
         for (const auto& path : paths) {
             auto refused = refuse.find(path);

@@ -213,5 +213,25 @@ TEST_F(UninstallerTest, ResetRemovesTickedDataOnlyAndIgnoresOtherApps)
     EXPECT_GT(m_changes, 0);
 }
 
+// Whichever front end asks, a refused application stays where it is.
+TEST_F(UninstallerTest, RefusedApplicationsAreNeverMoved)
+{
+    auto nested = makeApp(m_home / "Applications" / "Alpha.app" / "Contents" / "Helpers" / "Inner.app", "com.example.Inner");
+    auto shared = makeApp(m_home / "Applications" / "Shared.app", "com.apple.Shared");
+    for (const auto& url : { nested, shared }) {
+        auto refused = m_model.app(url);
+        ASSERT_TRUE(refused.has_value()) << url;
+        m_model.select(refused);
+        std::optional<RemovalOutcome> finished;
+        m_model.remove(*refused, /*includingApp=*/true, [&finished](const RemovalOutcome& outcome) { finished = outcome; });
+        m_runtime.runUntilIdle();
+        EXPECT_TRUE(m_model.leftovers().empty()) << url;
+        ASSERT_TRUE(finished.has_value()) << url;
+        EXPECT_TRUE(finished->moved.empty()) << url;
+        EXPECT_EQ(finished->skipped.size(), 1u) << url;
+    }
+    EXPECT_TRUE(m_recycler.handled().empty());
+}
+
 } // namespace
 } // namespace quillmar
