@@ -6,6 +6,7 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <fmt/format.h>
@@ -43,15 +44,30 @@ std::optional<std::string> readDocument(CliContext& context, const std::string& 
     return std::move(**bytes);
 }
 
+std::string_view refusalSentence(ParseProblem problem)
+{
+    switch (problem) {
+    case ParseProblem::refused:
+        return "The appcast was refused: it declares entities.";
+    case ParseProblem::tooLarge:
+        return "The appcast is too large: it nests too deeply or has too many items.";
+    case ParseProblem::malformed:
+        break;
+    }
+    return "The appcast is malformed.";
+}
+
 std::optional<std::vector<AppcastItem>> readItems(CliContext& context, const std::string& file)
 {
     auto document = readDocument(context, file);
     if (!document)
         return std::nullopt;
     auto items = Appcast::parse(*document);
-    if (!items)
-        context.refuse("The appcast was refused: it is malformed, declares entities or exceeds the limits.");
-    return items;
+    if (!items) {
+        context.refuse(refusalSentence(items.problem()));
+        return std::nullopt;
+    }
+    return std::move(*items);
 }
 
 // "2024-03-05 09:15:00 UTC"; any year, without the C library's range limits.

@@ -145,12 +145,16 @@ void appStoreParse(CliContext& context, const std::string& file)
     if (!text)
         return;
     auto listings = AppStoreLookup::parse(*text);
-    if (listings.empty()) {
+    if (!listings) {
+        context.refuse(listings.problem() == ParseProblem::tooLarge ? "That reply is too large." : "That reply is malformed.");
+        return;
+    }
+    if (listings->empty()) {
         context.refuse("That reply holds no listings.");
         return;
     }
     auto results = nlohmann::json::array();
-    for (const auto& listing : listings) {
+    for (const auto& listing : *listings) {
         results.push_back({
             { "bundleID", listing.bundleID },
             { "version", listing.version },
@@ -162,6 +166,12 @@ void appStoreParse(CliContext& context, const std::string& file)
         });
     }
     context.printJson({ { "listings", results } });
+}
+
+// Accepted, as by every command that prints JSON; these print nothing else.
+void addJsonFlag(CLI::App& command)
+{
+    command.add_flag("--json")->description("Print one JSON object (what this command always prints)");
 }
 
 } // namespace
@@ -182,10 +192,12 @@ void addAppsCommands(CLI::App& app, CliContext& context)
     auto configFile = std::make_shared<std::string>();
     auto* config = electron->add_subcommand("config", "Where an app-update.yml says the updates live (JSON)");
     config->add_option("FILE", *configFile, "The app-update.yml, or - for standard input")->required();
+    addJsonFlag(*config);
     config->callback([&context, configFile] { electronConfig(context, *configFile); });
     auto manifestFile = std::make_shared<std::string>();
     auto* manifest = electron->add_subcommand("manifest", "The version a latest-mac.yml offers (JSON)");
     manifest->add_option("FILE", *manifestFile, "The manifest, or - for standard input")->required();
+    addJsonFlag(*manifest);
     manifest->callback([&context, manifestFile] { electronManifest(context, *manifestFile); });
 
     auto* appStore = app.add_subcommand("appstore", "Read App Store lookup replies");
@@ -193,6 +205,7 @@ void addAppsCommands(CLI::App& app, CliContext& context)
     auto replyFile = std::make_shared<std::string>();
     auto* parse = appStore->add_subcommand("parse", "The listings of a lookup reply, dates in seconds since 1970 (JSON)");
     parse->add_option("FILE", *replyFile, "The JSON reply, or - for standard input")->required();
+    addJsonFlag(*parse);
     parse->callback([&context, replyFile] { appStoreParse(context, *replyFile); });
 }
 

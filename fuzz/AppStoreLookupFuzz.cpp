@@ -8,7 +8,9 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     auto listings = quillmar::AppStoreLookup::parse(std::string_view(reinterpret_cast<const char*>(data), size));
-    for (const auto& listing : listings)
+    if (!listings)
+        return 0;
+    for (const auto& listing : *listings)
         (void)listing.bundleID.size();
     return 0;
 }

@@ -4,6 +4,8 @@
 #include <climits>
 #include <string>
 
+#include <fmt/format.h>
+
 #include "core/appcast/AppcastReader.h"
 #include "core/appcast/ExpatParser.h"
 #include "core/versions/AppVersion.h"
@@ -89,6 +91,14 @@ int refuseExternalEntity(XML_Parser, const XML_Char*, const XML_Char*, const XML
     return XML_STATUS_ERROR;
 }
 
+ParseFailure xmlFailure(XML_Parser handle)
+{
+    auto code = XML_GetErrorCode(handle);
+    auto detail = fmt::format("appcast: {} at line {}", XML_ErrorString(code), XML_GetCurrentLineNumber(handle));
+    bool overLimits = code == XML_ERROR_NO_MEMORY || code == XML_ERROR_AMPLIFICATION_LIMIT_BREACH;
+    return ParseFailure { overLimits ? ParseProblem::tooLarge : ParseProblem::malformed, std::move(detail) };
+}
+
 // What an item is compared by: `version`, else `shortVersion`, else nothing.
 std::string_view comparisonKey(const AppcastItem& item)
 {
@@ -152,11 +162,11 @@ bool isNewer(const AppcastItem& item, std::string_view installedBuild, std::stri
 
 } // namespace
 
-std::optional<std::vector<AppcastItem>> Appcast::parse(std::string_view bytes)
+ParseResult<std::vector<AppcastItem>> Appcast::parse(std::string_view bytes)
 {
     auto parser = ExpatParser::createWithNamespaces(namespaceSeparator);
     if (!parser)
-        return std::nullopt;
+        return ParseFailure { ParseProblem::tooLarge, "appcast: no memory for the xml parser" };
     ParseSession session { parser->handle(), {}, {} };
     XML_Parser handle = parser->handle();
     XML_SetUserData(handle, &session);
@@ -172,8 +182,10 @@ std::optional<std::vector<AppcastItem>> Appcast::parse(std::string_view bytes)
         auto chunk = bytes.substr(0, chunkSize);
         bytes.remove_prefix(chunk.size());
         auto status = XML_Parse(handle, chunk.data(), static_cast<int>(chunk.size()), bytes.empty() ? XML_TRUE : XML_FALSE);
-        if (status != XML_STATUS_OK || session.reader.refused())
-            return std::nullopt;
+        if (session.reader.refused())
+            return *session.reader.refusal();
+        if (status != XML_STATUS_OK)
+            return xmlFailure(handle);
     } while (!bytes.empty());
     return session.reader.takeItems();
 }

@@ -6,6 +6,7 @@
 
 #include "core/appcast/AppcastItem.h"
 #include "core/appcast/OperatingSystemVersion.h"
+#include "core/base/ParseResult.h"
 
 namespace quillmar {
 
@@ -14,11 +15,11 @@ class Appcast final {
 public:
     Appcast() = delete;
 
-    // The items of the document in order, blank ones left out. None when the document is malformed XML
-    // (with namespaces: an undeclared prefix is malformed), declares an entity, nests deeper than
-    // AppcastReader::maximumDepth or holds more than AppcastReader::maximumItems items. External entities
-    // and DTDs are never read.
-    static std::optional<std::vector<AppcastItem>> parse(std::string_view bytes);
+    // The items of the document in order, blank ones left out. Fails `refused` when the document declares an
+    // entity, `tooLarge` when it nests deeper than AppcastReader::maximumDepth or holds more than
+    // AppcastReader::maximumItems items, and `malformed` when it is not well-formed XML (with namespaces: an
+    // undeclared prefix is malformed). External entities and DTDs are never read.
+    static ParseResult<std::vector<AppcastItem>> parse(std::string_view bytes);
 
     // The newest release item the installed copy may update to on this system and architecture ("arm64"):
     // it has a download, no channel, fits the system, its versions are plain dotted numbers, and it is newer

@@ -1,5 +1,7 @@
 #include "core/appcast/AppcastReader.h"
 
+#include <fmt/format.h>
+
 #include "core/appcast/AbsoluteUrl.h"
 #include "core/versions/VersionCharacters.h"
 
@@ -30,10 +32,10 @@ AppcastReader::~AppcastReader() = default;
 
 void AppcastReader::startElement(Name name, std::span<const Attribute> attributes)
 {
-    if (m_refused)
+    if (refused())
         return;
     if (m_depth >= maximumDepth) {
-        m_refused = true;
+        m_refusal = ParseFailure { ParseProblem::tooLarge, fmt::format("appcast: element on level {}", m_depth + 1) };
         return;
     }
     ++m_depth;
@@ -41,7 +43,7 @@ void AppcastReader::startElement(Name name, std::span<const Attribute> attribute
     m_textLength = 0;
     if (isItem(name)) {
         if (m_items.size() >= maximumItems) {
-            m_refused = true;
+            m_refusal = ParseFailure { ParseProblem::tooLarge, fmt::format("appcast: more than {} items", maximumItems) };
             return;
         }
         m_current = AppcastItem {};
@@ -54,7 +56,7 @@ void AppcastReader::startElement(Name name, std::span<const Attribute> attribute
 
 void AppcastReader::endElement(Name name)
 {
-    if (m_refused)
+    if (refused())
         return;
     if (m_depth > 0)
         --m_depth;
@@ -73,7 +75,7 @@ void AppcastReader::endElement(Name name)
 
 void AppcastReader::characters(std::string_view text)
 {
-    if (m_refused || m_textLength >= maximumTextLength)
+    if (refused() || m_textLength >= maximumTextLength)
         return;
     std::size_t taken = 0;
     while (taken < text.size()) {
@@ -89,7 +91,8 @@ void AppcastReader::characters(std::string_view text)
 
 void AppcastReader::entityDeclared()
 {
-    m_refused = true;
+    if (!refused())
+        m_refusal = ParseFailure { ParseProblem::refused, "appcast: declares an entity" };
 }
 
 void AppcastReader::readEnclosure(std::span<const Attribute> attributes)

@@ -10,6 +10,7 @@
 
 #include "core/appcast/AppcastItem.h"
 #include "core/appcast/PubDateParser.h"
+#include "core/base/ParseResult.h"
 
 namespace quillmar {
 
@@ -51,7 +52,9 @@ public:
     // expansion bombs and reads of local files get in, and no appcast needs one.
     void entityDeclared();
 
-    bool refused() const { return m_refused; }
+    // Set once the document is refused (entities) or exceeds the limits; the reader then ignores the rest.
+    bool refused() const { return m_refusal.has_value(); }
+    const std::optional<ParseFailure>& refusal() const { return m_refusal; }
     // The items in document order.
     std::vector<AppcastItem> takeItems() { return std::move(m_items); }
 
@@ -65,7 +68,7 @@ private:
     std::size_t m_textLength = 0; // in code points
     int m_depth = 0;
     int m_deltaDepth = 0;
-    bool m_refused = false;
+    std::optional<ParseFailure> m_refusal;
     std::unique_ptr<PubDateParser> m_dates; // built on the first date
 };
 

@@ -133,17 +133,19 @@ std::string AppStoreLookup::country(std::string_view localeName)
     return region;
 }
 
-std::vector<StoreListing> AppStoreLookup::parse(std::string_view bytes)
+ParseResult<std::vector<StoreListing>> AppStoreLookup::parse(std::string_view bytes)
 {
-    std::vector<StoreListing> listings;
     if (!nestsWithin(bytes, maximumNesting))
-        return listings;
+        return ParseFailure { ParseProblem::tooLarge, fmt::format("app store: nested deeper than {} levels", maximumNesting) };
     auto document = nlohmann::json::parse(bytes, nullptr, /*allow_exceptions=*/false);
+    if (document.is_discarded())
+        return ParseFailure { ParseProblem::malformed, "app store: reply is not json" };
     if (!document.is_object())
-        return listings;
+        return ParseFailure { ParseProblem::malformed, "app store: reply is not a json object" };
     auto results = document.find("results");
     if (results == document.end() || !results->is_array())
-        return listings;
+        return ParseFailure { ParseProblem::malformed, "app store: reply has no results array" };
+    std::vector<StoreListing> listings;
     for (const auto& result : *results) {
         if (!result.is_object())
             continue;

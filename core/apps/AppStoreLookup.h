@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "core/apps/StoreListing.h"
+#include "core/base/ParseResult.h"
 
 namespace quillmar {
 
@@ -28,9 +29,10 @@ public:
     // "us" when the locale names no region.
     static std::string country(std::string_view localeName);
 
-    // The listings of a reply: results lacking a string "bundleId" or "version" are skipped; a reply that is
-    // not a JSON object with a "results" array has none. Dates are read as ISO 8601.
-    static std::vector<StoreListing> parse(std::string_view bytes);
+    // The listings of a reply: results lacking a string "bundleId" or "version" are skipped, so a reply may
+    // well have none. Fails `malformed` when the reply is not a JSON object with a "results" array, and
+    // `tooLarge` when it nests deeper than any real reply. Dates are read as ISO 8601.
+    static ParseResult<std::vector<StoreListing>> parse(std::string_view bytes);
 };
 
 } // namespace quillmar

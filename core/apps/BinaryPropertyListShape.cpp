@@ -136,11 +136,13 @@ bool isPlainKey(std::string_view bytes, const Trailer& trailer, std::uint64_t ob
 
 } // namespace
 
-bool hasTameBinaryShape(std::string_view bytes, std::size_t maximumDepth, std::size_t maximumValues)
+std::optional<ParseFailure> binaryShapeProblem(std::string_view bytes, std::size_t maximumDepth, std::size_t maximumValues)
 {
+    auto malformed = [](const char* detail) { return ParseFailure { ParseProblem::malformed, detail }; };
+    auto tooLarge = [](const char* detail) { return ParseFailure { ParseProblem::tooLarge, detail }; };
     auto trailer = readTrailer(bytes);
     if (!trailer)
-        return false;
+        return malformed("property list: binary trailer or offset table unsound");
 
     enum class State : std::uint8_t { unseen, open, done };
     auto objectCount = static_cast<std::size_t>(trailer->objectCount);
@@ -155,18 +157,20 @@ bool hasTameBinaryShape(std::string_view bytes, std::size_t maximumDepth, std::s
     };
     std::vector<Frame> stack;
 
-    auto open = [&](std::uint64_t object) {
+    auto open = [&](std::uint64_t object) -> std::optional<ParseFailure> {
         auto children = readChildren(bytes, *trailer, object);
         if (!children)
-            return false;
+            return malformed("property list: binary container unreadable");
         states[static_cast<std::size_t>(object)] = State::open;
         stack.push_back({ object, *children });
         // Only containers nest; a scalar on top of the stack does not add a level.
-        return children->count == 0 || stack.size() <= maximumDepth;
+        if (children->count != 0 && stack.size() > maximumDepth)
+            return tooLarge("property list: nested too deeply");
+        return std::nullopt;
     };
 
-    if (!open(trailer->topObject))
-        return false;
+    if (auto problem = open(trailer->topObject))
+        return problem;
     while (!stack.empty()) {
         auto& frame = stack.back();
         if (frame.next == frame.children.count) {
@@ -177,30 +181,34 @@ bool hasTameBinaryShape(std::string_view bytes, std::size_t maximumDepth, std::s
             if (!stack.empty()) {
                 stack.back().size += size;
                 if (stack.back().size > maximumValues)
-                    return false;
+                    return tooLarge("property list: too many values");
             }
             continue;
         }
         auto child = readUnsigned(bytes, frame.children.first + frame.next * trailer->referenceWidth, trailer->referenceWidth);
         bool isKey = frame.children.isDictionary && frame.next < frame.children.count / 2;
         ++frame.next;
-        if (!child || *child >= trailer->objectCount || (isKey && !isPlainKey(bytes, *trailer, *child)))
-            return false;
+        if (!child || *child >= trailer->objectCount)
+            return malformed("property list: binary reference out of range");
+        if (isKey && !isPlainKey(bytes, *trailer, *child))
+            return malformed("property list: binary key is not a plain string");
         switch (states[static_cast<std::size_t>(*child)]) {
         case State::open:
-            return false; // a cycle
+            return malformed("property list: binary references form a cycle");
         case State::done:
             frame.size += sizes[static_cast<std::size_t>(*child)];
             if (frame.size > maximumValues)
-                return false;
+                return tooLarge("property list: too many values");
             break;
         case State::unseen:
-            if (!open(*child))
-                return false;
+            if (auto problem = open(*child))
+                return problem;
             break;
         }
     }
-    return sizes[static_cast<std::size_t>(trailer->topObject)] <= maximumValues;
+    if (sizes[static_cast<std::size_t>(trailer->topObject)] > maximumValues)
+        return tooLarge("property list: too many values");
+    return std::nullopt;
 }
 
 } // namespace quillmar

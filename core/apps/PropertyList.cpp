@@ -3,6 +3,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include <fmt/format.h>
+
 #include "core/apps/BinaryPropertyListShape.h"
 #include "core/apps/PlistHandle.h"
 
@@ -21,10 +23,15 @@ class Converter final {
 public:
     explicit Converter(const PropertyListLimits& limits) : m_limits(limits) { }
 
+    // Why the last `convert` gave none.
+    const ParseFailure& failure() const { return m_failure; }
+
     std::optional<PropertyValue> convert(plist_t node, std::size_t depth)
     {
-        if (!node || ++m_values > m_limits.maximumValues)
-            return std::nullopt;
+        if (!node)
+            return fail(ParseProblem::malformed, "property list: missing node");
+        if (++m_values > m_limits.maximumValues)
+            return fail(ParseProblem::tooLarge, "property list: too many values");
         switch (plist_get_node_type(node)) {
         case PLIST_BOOLEAN: {
             std::uint8_t value = 0;
@@ -68,15 +75,21 @@ public:
         case PLIST_DICT:
             return convertDictionary(node, depth + 1);
         default:
-            return std::nullopt;
+            return fail(ParseProblem::malformed, "property list: unknown kind of value");
         }
     }
 
 private:
+    std::nullopt_t fail(ParseProblem problem, const char* detail)
+    {
+        m_failure = ParseFailure { problem, detail };
+        return std::nullopt;
+    }
+
     std::optional<PropertyValue> convertArray(plist_t node, std::size_t depth)
     {
         if (depth > m_limits.maximumDepth)
-            return std::nullopt;
+            return fail(ParseProblem::tooLarge, "property list: nested too deeply");
         PropertyValue::Array array;
         auto count = plist_array_get_size(node);
         array.reserve(count);
@@ -92,7 +105,7 @@ private:
     std::optional<PropertyValue> convertDictionary(plist_t node, std::size_t depth)
     {
         if (depth > m_limits.maximumDepth)
-            return std::nullopt;
+            return fail(ParseProblem::tooLarge, "property list: nested too deeply");
         PropertyValue::Dictionary dictionary;
         plist_dict_iter rawIterator = nullptr;
         plist_dict_new_iter(node, &rawIterator);
@@ -106,12 +119,14 @@ private:
                 break;
             plist_t keyNode = plist_dict_item_get_key(item);
             if (!keyNode || plist_get_node_type(keyNode) != PLIST_KEY)
-                return std::nullopt;
+                return fail(ParseProblem::malformed, "property list: dictionary key is not a string");
             char* rawKey = nullptr;
             plist_get_key_val(keyNode, &rawKey);
             std::unique_ptr<char, FreeKey> key(rawKey);
+            if (!key)
+                return fail(ParseProblem::malformed, "property list: dictionary key unreadable");
             auto value = convert(item, depth);
-            if (!key || !value)
+            if (!value)
                 return std::nullopt;
             // A repeated key keeps its first value.
             dictionary.emplace(std::string(key.get()), std::move(*value));
@@ -121,22 +136,31 @@ private:
 
     const PropertyListLimits& m_limits;
     std::size_t m_values = 0;
+    ParseFailure m_failure;
 };
 
 } // namespace
 
-std::optional<PropertyValue> parsePropertyList(std::string_view bytes, const PropertyListLimits& limits)
+ParseResult<PropertyValue> parsePropertyList(std::string_view bytes, const PropertyListLimits& limits)
 {
-    if (bytes.empty() || bytes.size() > limits.maximumBytes || bytes.size() > UINT32_MAX)
-        return std::nullopt;
+    if (bytes.empty())
+        return ParseFailure { ParseProblem::malformed, "property list: empty" };
+    if (bytes.size() > limits.maximumBytes || bytes.size() > UINT32_MAX)
+        return ParseFailure { ParseProblem::tooLarge, fmt::format("property list: {} bytes", bytes.size()) };
     auto length = static_cast<std::uint32_t>(bytes.size());
-    if (plist_is_binary(bytes.data(), length) && !hasTameBinaryShape(bytes, limits.maximumDepth, limits.maximumValues))
-        return std::nullopt;
+    if (plist_is_binary(bytes.data(), length)) {
+        if (auto problem = binaryShapeProblem(bytes, limits.maximumDepth, limits.maximumValues))
+            return std::move(*problem);
+    }
     PlistHandle root;
     plist_from_memory(bytes.data(), length, root.receive());
     if (!root.get())
-        return std::nullopt;
-    return Converter(limits).convert(root.get(), 0);
+        return ParseFailure { ParseProblem::malformed, "property list: not a property list" };
+    Converter converter(limits);
+    auto value = converter.convert(root.get(), 0);
+    if (!value)
+        return converter.failure();
+    return std::move(*value);
 }
 
 } // namespace quillmar

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "core/apps/PropertyValue.h"
+#include "core/base/ParseResult.h"
 
 namespace quillmar {
 
@@ -16,8 +17,8 @@ struct PropertyListLimits {
     std::size_t maximumValues = 1000000;  // values of the tree once shared references are expanded
 };
 
-// Reads an XML or binary property list (the format is told by its first bytes). None when the bytes are
-// not a well-formed property list, or when they exceed `limits`.
-std::optional<PropertyValue> parsePropertyList(std::string_view bytes, const PropertyListLimits& limits = {});
+// Reads an XML or binary property list (the format is told by its first bytes). Fails `tooLarge` when the
+// bytes exceed `limits`, and `malformed` when they are empty or not a well-formed property list.
+ParseResult<PropertyValue> parsePropertyList(std::string_view bytes, const PropertyListLimits& limits = {});
 
 } // namespace quillmar

@@ -23,7 +23,9 @@ namespace quillmar {
 // verified, no cookie engine, no .netrc and no authentication, no cache (libcurl keeps none), "Accept: */*",
 // connecting within `connectTimeout`, giving up when no byte has arrived for `stallTimeout`, and finishing
 // within the time-out the caller gives. A transfer never waits for connectivity: an unreachable host fails
-// at once. Callable from many threads at once; each call has its own handle.
+// at once. A proxy named by the environment (https_proxy, no_proxy) is used through a CONNECT tunnel, so
+// TLS still runs end to end with the target, which is what the address policy has judged. Callable from
+// many threads at once; each call has its own handle.
 class FetchSession final {
 public:
     static constexpr std::chrono::seconds connectTimeout { 10 };

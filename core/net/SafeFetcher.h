@@ -47,7 +47,8 @@ public:
     // The address policy: https only; no user, password or fragment; a host of at least two labels, each
     // 1-63 ASCII letters, digits or inner hyphens, at least one label not all digits (so no IPv4 literal),
     // never "localhost", ".localhost" or ".local". IPv6 literals and Unicode host names are refused; the port
-    // is not examined. Text that is not a URL is refused.
+    // is not examined. The host is judged as the text writes it, so a percent-encoded one is refused for its
+    // "%"; text that is not a URL (see `Url::parse`, which never guesses a host) is refused.
     static bool isAllowed(std::string_view url);
     static bool isAllowed(const Url& url);
 

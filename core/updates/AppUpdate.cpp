@@ -19,9 +19,9 @@ namespace {
 constexpr std::string_view sourceNames[] = { "appcast", "electron", "appStore", "none" };
 constexpr std::string_view statusNames[] = { "upToDate", "updateAvailable", "notCheckable" };
 constexpr std::string_view problemNames[] = { "insecureFeed", "noSource", "refused", "unreachable", "malformed",
-    "notListed" };
+    "tooLarge", "notListed" };
 constexpr std::string_view problemPhrases[] = { "insecure feed", "no update source", "refused", "unreachable",
-    "malformed", "not in the store" };
+    "malformed", "too large", "not in the store" };
 static_assert(std::size(sourceNames) == static_cast<std::size_t>(UpdateSource::none) + 1);
 static_assert(std::size(statusNames) == static_cast<std::size_t>(UpdateStatus::notCheckable) + 1);
 static_assert(std::size(problemNames) == static_cast<std::size_t>(UpdateProblem::notListed) + 1);

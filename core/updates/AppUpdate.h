@@ -27,9 +27,10 @@ enum class UpdateStatus {
 enum class UpdateProblem {
     insecureFeed, // its feed address is refused by the fetch policy (plain http, a local name, ...)
     noSource,     // no feed, no Electron manifest, not from the store
-    refused,      // the fetcher refused the address of a redirect, or the reply was too large
+    refused,      // the fetcher refused the address of a redirect, or the feed declares entities
     unreachable,  // no answer, an error status, or the resource is gone
     malformed,    // the reply could not be read as the source's format
+    tooLarge,     // the reply exceeds the cap on its bytes or the reader's limits on nesting or items
     notListed,    // the store has no Mac listing for its identifier
 };
 
@@ -43,7 +44,7 @@ struct AppUpdate {
     std::optional<std::string> notes;           // release notes as the source gives them (HTML or text)
     std::optional<std::string> pageURL;         // where the update is described or downloaded
     std::optional<UpdateProblem> problem;       // set exactly when not checkable
-    std::string detail;                         // the fetch failure behind a problem, for logs ("http 503")
+    std::string detail;                         // the failure behind a problem, for logs ("http 503")
 
     // The installed version as people read it: "1.2 (34)", "1.2" when the build repeats it or is empty.
     std::string installedText() const;

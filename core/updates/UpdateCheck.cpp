@@ -27,8 +27,9 @@ UpdateProblem problemFor(const FetchFailure& failure)
 {
     switch (failure.kind) {
     case FetchFailure::Kind::blocked:
-    case FetchFailure::Kind::tooLarge:
         return UpdateProblem::refused;
+    case FetchFailure::Kind::tooLarge:
+        return UpdateProblem::tooLarge;
     case FetchFailure::Kind::badResponse:
         return UpdateProblem::malformed;
     case FetchFailure::Kind::http:
@@ -39,11 +40,29 @@ UpdateProblem problemFor(const FetchFailure& failure)
     return UpdateProblem::unreachable;
 }
 
+UpdateProblem problemFor(const ParseFailure& failure)
+{
+    switch (failure.problem) {
+    case ParseProblem::refused:
+        return UpdateProblem::refused;
+    case ParseProblem::tooLarge:
+        return UpdateProblem::tooLarge;
+    case ParseProblem::malformed:
+        break;
+    }
+    return UpdateProblem::malformed;
+}
+
 void markNotCheckable(AppUpdate& row, UpdateProblem problem, std::string detail = {})
 {
     row.status = UpdateStatus::notCheckable;
     row.problem = problem;
     row.detail = std::move(detail);
+}
+
+void markNotCheckable(AppUpdate& row, const ParseFailure& failure)
+{
+    markNotCheckable(row, problemFor(failure), failure.detail);
 }
 
 void markUpToDate(AppUpdate& row)
@@ -56,7 +75,7 @@ void settleAppcast(AppUpdate& row, const std::string& body, const UpdateEnvironm
 {
     auto items = Appcast::parse(body);
     if (!items) {
-        markNotCheckable(row, UpdateProblem::malformed);
+        markNotCheckable(row, items.failure());
         return;
     }
     auto best = Appcast::bestUpdate(
@@ -116,8 +135,15 @@ void settleStoreListing(AppUpdate& row, const StoreListing& listing, const Updat
 void settleStore(std::vector<AppUpdate>& rows, const FetchTask& task, const std::string& body,
     const UpdateEnvironment& environment)
 {
+    auto listings = AppStoreLookup::parse(body);
+    if (!listings) {
+        // An unreadable reply says nothing about whether the store lists these applications.
+        for (auto index : task.rows)
+            markNotCheckable(rows[index], listings.failure());
+        return;
+    }
     std::map<std::string, StoreListing, std::less<>> macListings;
-    for (auto& listing : AppStoreLookup::parse(body)) {
+    for (auto& listing : *listings) {
         if (listing.isMacListing)
             macListings.emplace(listing.bundleID, std::move(listing));
     }

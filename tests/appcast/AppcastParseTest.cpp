@@ -21,7 +21,7 @@ TEST_P(AppcastParseTest, ReadsItems)
 {
     const auto& row = GetParam();
     auto items = Appcast::parse(feedWithItems(row.items));
-    ASSERT_TRUE(items.has_value());
+    ASSERT_TRUE(items.ok());
     EXPECT_EQ(*items, row.expected);
 }
 
@@ -127,7 +127,7 @@ TEST(AppcastParseDocumentTest, ReadsAFeedAsPublished)
     </item>
   </channel>
 </rss>)");
-    ASSERT_TRUE(items.has_value());
+    ASSERT_TRUE(items.ok());
     ASSERT_EQ(items->size(), 1u);
     EXPECT_EQ((*items)[0], (AppcastItem { .title = "Version 2.0", .version = "200", .shortVersion = "2.0",
                                .downloadURL = "https://example.com/App-2.0.zip", .notesHTML = "<ul><li>Faster</li></ul>",

@@ -91,7 +91,7 @@ TEST(BestUpdateDocumentTest, DeltaOnlyItemIsNeverChosen)
         "<item><title>delta</title><sparkle:version>300</sparkle:version>"
         "<enclosure url=\"https://example.com/d.delta\" sparkle:deltaFrom=\"100\"/></item>"
         "<item><title>full</title><enclosure url=\"https://example.com/App.zip\" sparkle:version=\"200\"/></item>"));
-    ASSERT_TRUE(items.has_value());
+    ASSERT_TRUE(items.ok());
     ASSERT_EQ(items->size(), 2u);
     EXPECT_FALSE((*items)[0].hasDownload());
     auto best = Appcast::bestUpdate(*items, "100", "1.0", { 14, 4, 1 }, "arm64");

@@ -9,14 +9,22 @@ struct ParseCase {
     const char* name;
     std::string reply;
     std::vector<std::string> bundleIDs; // of the listings, in order
+    std::optional<ParseProblem> problem = std::nullopt; // when the reply is unreadable
 };
 
 class AppStoreParseTest : public testing::TestWithParam<ParseCase> { };
 
 TEST_P(AppStoreParseTest, KeepsResultsWithIdentifierAndVersion)
 {
+    auto listings = AppStoreLookup::parse(GetParam().reply);
+    if (GetParam().problem) {
+        ASSERT_FALSE(listings.ok());
+        EXPECT_EQ(listings.problem(), *GetParam().problem);
+        return;
+    }
+    ASSERT_TRUE(listings.ok()) << listings.failure().detail;
     std::vector<std::string> found;
-    for (const auto& listing : AppStoreLookup::parse(GetParam().reply))
+    for (const auto& listing : *listings)
         found.push_back(listing.bundleID);
     EXPECT_EQ(found, GetParam().bundleIDs);
 }
@@ -30,12 +38,14 @@ INSTANTIATE_TEST_SUITE_P(Replies, AppStoreParseTest,
         ParseCase { "NumericVersionIsSkipped", R"({"results":[{"bundleId":"a.one","version":2}]})", {} },
         ParseCase { "MissingIdentifierIsSkipped", R"({"results":[{"version":"1"}]})", {} },
         ParseCase { "NonObjectResultsAreSkipped", R"({"results":[3,"x",null,{"bundleId":"c","version":"1"}]})", { "c" } },
-        ParseCase { "ResultsNotAnArray", R"({"results":{"bundleId":"a","version":"1"}})", {} },
-        ParseCase { "NoResults", R"({"resultCount":0})", {} },
-        ParseCase { "TopLevelArray", R"([{"bundleId":"a","version":"1"}])", {} },
-        ParseCase { "Malformed", R"({"results":[{"bundleId":"a","version":"1"})", {} },
-        ParseCase { "Empty", "", {} },
-        ParseCase { "TooDeep", std::string(100, '[') + std::string(100, ']'), {} },
+        ParseCase { "EmptyResults", R"({"resultCount":0,"results":[]})", {} },
+        ParseCase { "ResultsNotAnArray", R"({"results":{"bundleId":"a","version":"1"}})", {}, ParseProblem::malformed },
+        ParseCase { "NoResults", R"({"resultCount":0})", {}, ParseProblem::malformed },
+        ParseCase { "TopLevelArray", R"([{"bundleId":"a","version":"1"}])", {}, ParseProblem::malformed },
+        ParseCase { "Malformed", R"({"results":[{"bundleId":"a","version":"1"})", {}, ParseProblem::malformed },
+        ParseCase { "Empty", "", {}, ParseProblem::malformed },
+        ParseCase { "ErrorPage", "<html><body>Service Unavailable</body></html>", {}, ParseProblem::malformed },
+        ParseCase { "TooDeep", std::string(100, '[') + std::string(100, ']'), {}, ParseProblem::tooLarge },
         ParseCase { "BracketsInsideStringsDoNotCount",
             R"({"results":[{"bundleId":"a","version":"1","releaseNotes":")" + std::string(100, '[') + R"("}]})", { "a" } }),
     [](const auto& row) { return std::string(row.param.name); });
@@ -46,8 +56,8 @@ TEST(AppStoreLookupTest, ReadsEveryField)
         "kind":"mac-software","bundleId":"com.example.writer","version":"5.2.1","minimumOsVersion":"12.0",
         "trackViewUrl":"https://apps.apple.com/us/app/writer/id123?mt=12","releaseNotes":"Faster.\nFixes.",
         "currentVersionReleaseDate":"2024-03-05T17:30:12Z"}]})");
-    ASSERT_EQ(listings.size(), 1u);
-    const auto& listing = listings[0];
+    ASSERT_EQ(listings->size(), 1u);
+    const auto& listing = (*listings)[0];
     EXPECT_EQ(listing.bundleID, "com.example.writer");
     EXPECT_EQ(listing.version, "5.2.1");
     EXPECT_EQ(listing.minimumOS, "12.0");
@@ -62,8 +72,8 @@ TEST(AppStoreLookupTest, AbsentOrMistypedOptionalFieldsAreNone)
 {
     auto listings = AppStoreLookup::parse(R"({"results":[{"bundleId":"a","version":"1","minimumOsVersion":12,
         "trackViewUrl":"not a url","currentVersionReleaseDate":"yesterday"}]})");
-    ASSERT_EQ(listings.size(), 1u);
-    EXPECT_EQ(listings[0], (StoreListing { "a", "1", std::nullopt, std::nullopt, std::nullopt, std::nullopt, false }));
+    ASSERT_EQ(listings->size(), 1u);
+    EXPECT_EQ((*listings)[0], (StoreListing { "a", "1", std::nullopt, std::nullopt, std::nullopt, std::nullopt, false }));
 }
 
 struct DateCase {
@@ -78,8 +88,8 @@ TEST_P(AppStoreDateTest, ReadsIso8601AsEpochSeconds)
 {
     auto listings = AppStoreLookup::parse(R"({"results":[{"bundleId":"a","version":"1","currentVersionReleaseDate":")"
         + GetParam().date + R"("}]})");
-    ASSERT_EQ(listings.size(), 1u);
-    EXPECT_EQ(listings[0].releaseDate, GetParam().seconds);
+    ASSERT_EQ(listings->size(), 1u);
+    EXPECT_EQ((*listings)[0].releaseDate, GetParam().seconds);
 }
 
 INSTANTIATE_TEST_SUITE_P(Dates, AppStoreDateTest,
@@ -103,8 +113,8 @@ class AppStoreKindTest : public testing::TestWithParam<KindCase> { };
 TEST_P(AppStoreKindTest, DecidesMacListing)
 {
     auto listings = AppStoreLookup::parse(R"({"results":[{"bundleId":"a","version":"1",)" + GetParam().fields + "}]}");
-    ASSERT_EQ(listings.size(), 1u);
-    EXPECT_EQ(listings[0].isMacListing, GetParam().isMac);
+    ASSERT_EQ(listings->size(), 1u);
+    EXPECT_EQ((*listings)[0].isMacListing, GetParam().isMac);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, AppStoreKindTest,

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "core/apps/PropertyList.h"
@@ -19,6 +21,13 @@ std::string xmlDocument(const std::string& body)
            "<plist version=\"1.0\">\n" + body + "\n</plist>\n";
 }
 
+// The value read, or none, so that it compares with an expected value.
+std::optional<PropertyValue> parsed(std::string_view bytes)
+{
+    auto value = parsePropertyList(bytes);
+    return value.ok() ? std::optional<PropertyValue>(*value) : std::nullopt;
+}
+
 struct XmlCase {
     const char* name;
     std::string body;
@@ -30,7 +39,7 @@ class PropertyListXmlTest : public testing::TestWithParam<XmlCase> { };
 TEST_P(PropertyListXmlTest, ReadsTheValue)
 {
     auto value = parsePropertyList(xmlDocument(GetParam().body));
-    ASSERT_TRUE(value.has_value());
+    ASSERT_TRUE(value.ok());
     EXPECT_EQ(*value, GetParam().expected);
 }
 
@@ -68,14 +77,14 @@ TEST(PropertyListTest, BinaryListsReadTheSameAsTheirSource)
     });
     auto binary = testing_support::binaryPropertyList(source);
     ASSERT_EQ(binary.substr(0, 8), "bplist00");
-    EXPECT_EQ(parsePropertyList(binary), source);
-    EXPECT_EQ(parsePropertyList(testing_support::xmlPropertyList(source)), source);
+    EXPECT_EQ(parsed(binary), source);
+    EXPECT_EQ(parsed(testing_support::xmlPropertyList(source)), source);
 }
 
 TEST(PropertyListTest, BinaryDatesKeepFractionsOfASecond)
 {
     PropertyValue source(PropertyDate { 1700000000.5 });
-    EXPECT_EQ(parsePropertyList(testing_support::binaryPropertyList(source)), source);
+    EXPECT_EQ(parsed(testing_support::binaryPropertyList(source)), source);
 }
 
 // A binary list of the given objects (marker and contents each, references one byte wide); object 0 is the top.
@@ -117,19 +126,22 @@ TEST(PropertyListTest, SharedReferencesAreExpandedIntoTheTree)
     PropertyValue empty(Array {});
     PropertyValue pair(Array { empty, empty });
     PropertyValue middle(Array { pair, pair });
-    EXPECT_EQ(parsePropertyList(sharedReferenceList(3, 2)), PropertyValue(Array { middle, middle }));
+    EXPECT_EQ(parsed(sharedReferenceList(3, 2)), PropertyValue(Array { middle, middle }));
 }
 
 struct RefusedCase {
     const char* name;
     std::string bytes;
+    ParseProblem problem;
 };
 
 class PropertyListRefusedTest : public testing::TestWithParam<RefusedCase> { };
 
-TEST_P(PropertyListRefusedTest, YieldsNone)
+TEST_P(PropertyListRefusedTest, YieldsTheProblem)
 {
-    EXPECT_FALSE(parsePropertyList(GetParam().bytes).has_value());
+    auto value = parsePropertyList(GetParam().bytes);
+    ASSERT_FALSE(value.ok());
+    EXPECT_EQ(value.problem(), GetParam().problem) << value.failure().detail;
 }
 
 std::string nestedArrays(int depth)
@@ -144,34 +156,34 @@ std::string nestedArrays(int depth)
 
 INSTANTIATE_TEST_SUITE_P(Hostile, PropertyListRefusedTest,
     testing::Values(
-        RefusedCase { "Empty", "" },
-        RefusedCase { "PlainText", "CFBundleName = Notes;" },
-        RefusedCase { "UnclosedXml", xmlDocument("<dict><key>a</key><string>b</string>").substr(0, 150) },
-        RefusedCase { "MagicAlone", "bplist00" },
+        RefusedCase { "Empty", "", ParseProblem::malformed },
+        RefusedCase { "PlainText", "CFBundleName = Notes;", ParseProblem::malformed },
+        RefusedCase { "UnclosedXml", xmlDocument("<dict><key>a</key><string>b</string>").substr(0, 150), ParseProblem::malformed },
+        RefusedCase { "MagicAlone", "bplist00", ParseProblem::malformed },
         RefusedCase { "TruncatedBinary",
-            testing_support::binaryPropertyList(PropertyValue(Dictionary { { "a", "b" } })).substr(0, 30) },
-        RefusedCase { "ExponentialSharedReferences", sharedReferenceList(40, 10) },
-        RefusedCase { "ReferenceCycle", sharedReferenceList(3, 1, /*lastRefersToFirst=*/true) },
-        RefusedCase { "XmlDeeperThanTheLimit", nestedArrays(65) },
-        RefusedCase { "BinaryDeeperThanTheLimit", sharedReferenceList(64, 1) },
-        RefusedCase { "BinaryKeyNotAString", assembledBinaryList({ "\xD1\x01\x02", "\x10\x05", "\x51" "a" }) },
-        RefusedCase { "BinaryKeyWithNul", assembledBinaryList({ "\xD1\x01\x02", std::string("\x52" "a\0", 3), "\x51" "b" }) },
+            testing_support::binaryPropertyList(PropertyValue(Dictionary { { "a", "b" } })).substr(0, 30), ParseProblem::malformed },
+        RefusedCase { "ExponentialSharedReferences", sharedReferenceList(40, 10), ParseProblem::tooLarge },
+        RefusedCase { "ReferenceCycle", sharedReferenceList(3, 1, /*lastRefersToFirst=*/true), ParseProblem::malformed },
+        RefusedCase { "XmlDeeperThanTheLimit", nestedArrays(65), ParseProblem::tooLarge },
+        RefusedCase { "BinaryDeeperThanTheLimit", sharedReferenceList(64, 1), ParseProblem::tooLarge },
+        RefusedCase { "BinaryKeyNotAString", assembledBinaryList({ "\xD1\x01\x02", "\x10\x05", "\x51" "a" }), ParseProblem::malformed },
+        RefusedCase { "BinaryKeyWithNul", assembledBinaryList({ "\xD1\x01\x02", std::string("\x52" "a\0", 3), "\x51" "b" }), ParseProblem::malformed },
         RefusedCase { "BinaryUtf16KeyWithNul",
-            assembledBinaryList({ "\xD1\x01\x02", std::string("\x61\x00\x00", 3), "\x51" "b" }) }),
+            assembledBinaryList({ "\xD1\x01\x02", std::string("\x61\x00\x00", 3), "\x51" "b" }), ParseProblem::malformed }),
     [](const auto& row) { return std::string(row.param.name); });
 
 TEST(PropertyListTest, HandAssembledBinaryDictionaryIsRead)
 {
     // The same layout as the refused key cases, with keys that are plain strings (one of them UTF-16).
-    EXPECT_EQ(parsePropertyList(assembledBinaryList({ "\xD2\x01\x02\x03\x04", "\x51" "a", std::string("\x61\x00" "b", 3),
+    EXPECT_EQ(parsed(assembledBinaryList({ "\xD2\x01\x02\x03\x04", "\x51" "a", std::string("\x61\x00" "b", 3),
                   "\x10\x05", "\x51" "x" })),
         PropertyValue(Dictionary { { "a", 5 }, { "b", "x" } }));
 }
 
 TEST(PropertyListTest, DepthUpToTheLimitIsRead)
 {
-    EXPECT_TRUE(parsePropertyList(nestedArrays(64)).has_value());
-    EXPECT_TRUE(parsePropertyList(sharedReferenceList(63, 1)).has_value());
+    EXPECT_TRUE(parsePropertyList(nestedArrays(64)).ok());
+    EXPECT_TRUE(parsePropertyList(sharedReferenceList(63, 1)).ok());
 }
 
 TEST(PropertyListTest, SizeLimitIsInclusive)
@@ -179,18 +191,22 @@ TEST(PropertyListTest, SizeLimitIsInclusive)
     auto bytes = xmlDocument("<string>x</string>");
     PropertyListLimits limits;
     limits.maximumBytes = bytes.size();
-    EXPECT_TRUE(parsePropertyList(bytes, limits).has_value());
+    EXPECT_TRUE(parsePropertyList(bytes, limits).ok());
     limits.maximumBytes = bytes.size() - 1;
-    EXPECT_FALSE(parsePropertyList(bytes, limits).has_value());
+    auto tooLarge = parsePropertyList(bytes, limits);
+    ASSERT_FALSE(tooLarge.ok());
+    EXPECT_EQ(tooLarge.problem(), ParseProblem::tooLarge);
 }
 
 TEST(PropertyListTest, ValueLimitCountsExpandedSharedReferences)
 {
     PropertyListLimits limits;
     limits.maximumValues = 15; // 1 + 2 + 4 + 8 values for three levels of two
-    EXPECT_TRUE(parsePropertyList(sharedReferenceList(3, 2), limits).has_value());
+    EXPECT_TRUE(parsePropertyList(sharedReferenceList(3, 2), limits).ok());
     limits.maximumValues = 14;
-    EXPECT_FALSE(parsePropertyList(sharedReferenceList(3, 2), limits).has_value());
+    auto tooMany = parsePropertyList(sharedReferenceList(3, 2), limits);
+    ASSERT_FALSE(tooMany.ok());
+    EXPECT_EQ(tooMany.problem(), ParseProblem::tooLarge);
 }
 
 } // namespace

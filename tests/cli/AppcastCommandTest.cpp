@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <nlohmann/json.hpp>
@@ -77,15 +79,19 @@ TEST_F(AppcastCommandTest, ParseListsItemsReadably)
 
 TEST_F(AppcastCommandTest, RefusedDocumentsExitOneWithASentence)
 {
-    for (const auto& document : {
-             std::string("<?xml version=\"1.0\"?><!DOCTYPE rss [<!ENTITY x \"y\">]><rss/>"),
-             std::string("<rss><channel></rss>"),
-             std::string(),
+    std::string deep;
+    for (int level = 0; level < 40; ++level)
+        deep = "<a>" + deep + "</a>";
+    for (const auto& [document, sentence] : std::initializer_list<std::pair<std::string, std::string>> {
+             { "<?xml version=\"1.0\"?><!DOCTYPE rss [<!ENTITY x \"y\">]><rss/>", "The appcast was refused: it declares entities.\n" },
+             { "<rss><channel></rss>", "The appcast is malformed.\n" },
+             { "", "The appcast is malformed.\n" },
+             { deep, "The appcast is too large: it nests too deeply or has too many items.\n" },
          }) {
         auto result = run({ "appcast", "parse", "-", "--json" }, document);
         EXPECT_EQ(result.code, 1);
         EXPECT_EQ(result.out, "");
-        EXPECT_NE(result.err.find("refused"), std::string::npos) << result.err;
+        EXPECT_EQ(result.err, sentence);
     }
     auto missing = run({ "appcast", "parse", (m_folder.path() / "none.xml").string() });
     EXPECT_EQ(missing.code, 1);

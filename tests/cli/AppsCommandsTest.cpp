@@ -3,7 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <sys/wait.h>
@@ -113,6 +115,12 @@ INSTANTIATE_TEST_SUITE_P(Cases, AppsCommandsRefusalTest,
             "That file is not an update manifest with a version." },
         RefusalCase { "ReplyWithoutListings", { "appstore", "parse", "-" }, R"({"results":[{"bundleId":"a"}]})",
             "That reply holds no listings." },
+        RefusalCase { "ReplyThatIsNotJson", { "appstore", "parse", "-" }, "<html>Service Unavailable</html>",
+            "That reply is malformed." },
+        RefusalCase { "ReplyWithoutResults", { "appstore", "parse", "-" }, R"({"errorMessage":"Invalid value for bundleId"})",
+            "That reply is malformed." },
+        RefusalCase { "ReplyNestedTooDeeply", { "appstore", "parse", "-" }, std::string(100, '[') + std::string(100, ']'),
+            "That reply is too large." },
         RefusalCase { "MissingFile", { "appstore", "parse", "/nonexistent/reply.json" }, "", "Could not read /nonexistent/reply.json." }),
     [](const auto& row) { return std::string(row.param.name); });
 
@@ -132,6 +140,19 @@ TEST_F(AppsCommandsTest, ManifestAndStoreReplyPrintTheirFields)
     EXPECT_EQ(nlohmann::json::parse(store.out), (nlohmann::json { { "listings", { {
         { "bundleID", "com.example.writer" }, { "version", "5.3" }, { "minimumOS", nullptr }, { "pageURL", nullptr },
         { "releaseNotes", nullptr }, { "releaseDate", 60 }, { "isMacListing", true } } } } }));
+}
+
+TEST_F(AppsCommandsTest, CommandsThatPrintJsonAcceptJson)
+{
+    for (const auto& [words, input] : std::initializer_list<std::pair<std::vector<std::string>, std::string>> {
+             { { "electron", "config", "-", "--json" }, "provider: github\nowner: acme\nrepo: chat\n" },
+             { { "electron", "manifest", "--json", "-" }, "version: 1.4.0\n" },
+             { { "appstore", "parse", "-", "--json" }, R"({"results":[{"bundleId":"a","version":"1"}]})" },
+         }) {
+        auto run = runQuillmar(m_folder.path(), words, input);
+        EXPECT_EQ(run.code, 0) << words[0] << " " << words[1] << ": " << run.err;
+        EXPECT_TRUE(nlohmann::json::parse(run.out, nullptr, false).is_object()) << run.out;
+    }
 }
 
 TEST_F(AppsCommandsTest, MissingSubcommandIsAUsageError)

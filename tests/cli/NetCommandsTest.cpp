@@ -6,6 +6,7 @@
 
 #include "core/base/Files.h"
 #include "tests/cli/CliHarness.h"
+#include "tests/net/support/LocalConnectProxy.h"
 #include "tests/net/support/LocalHttpsServer.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -13,6 +14,7 @@ namespace quillmar {
 namespace {
 
 using testing_support::HttpsRoute;
+using testing_support::LocalConnectProxy;
 using testing_support::LocalHttpsServer;
 
 TEST(UrlCheckCommand, PrintsTheVerdict)
@@ -28,6 +30,10 @@ TEST(UrlCheckCommand, PrintsTheVerdict)
              Row { "https://localhost/a", "refused\n" },
              Row { "https://10.0.0.1/a", "refused\n" },
              Row { "", "refused\n" },
+             Row { "https:/example.com/a", "refused\n" },
+             Row { "https:///example.com/", "refused\n" },
+             Row { "https://ex%61mple.com/", "refused\n" },
+             Row { "https://example.com:99999/", "allowed\n" },
          }) {
         auto run = runQuillmar(folder.path(), { "url", "check", row.url });
         EXPECT_EQ(run.code, 0) << row.url;
@@ -158,6 +164,27 @@ TEST_F(FetchCommandTest, BinaryWritesBinaryBodies)
         output.append(buffer, count);
     EXPECT_EQ(WEXITSTATUS(pclose(pipe)), 0);
     EXPECT_EQ(output, bytes);
+}
+
+// Behind a company proxy: the real binary, with the proxy in its environment as the user's shell sets it.
+TEST_F(FetchCommandTest, FetchesThroughTheProxyOfTheEnvironment)
+{
+    auto proxy = LocalConnectProxy::start(m_server->port());
+    ASSERT_TRUE(proxy.ok());
+    m_server->route("/feed", HttpsRoute::ok("<rss version=\"2.0\"/>"));
+    auto command = "env -u HTTPS_PROXY -u all_proxy -u ALL_PROXY -u no_proxy -u NO_PROXY https_proxy='"
+        + (*proxy)->url() + "' XDG_CONFIG_HOME='" + (m_folder.path() / "config").string() + "' XDG_DATA_HOME='"
+        + (m_folder.path() / "data").string() + "' " + QUILLMAR_BINARY + " fetch '"
+        + m_server->url("feeds.example.com", "/feed") + "' --cacert '" + caFile() + "' 2>&1";
+    std::FILE* pipe = popen(command.c_str(), "r");
+    ASSERT_TRUE(pipe);
+    std::string output;
+    char buffer[4096];
+    while (auto count = std::fread(buffer, 1, sizeof buffer, pipe))
+        output.append(buffer, count);
+    EXPECT_EQ(WEXITSTATUS(pclose(pipe)), 0);
+    EXPECT_EQ(output, "<rss version=\"2.0\"/>");
+    EXPECT_EQ((*proxy)->tunnels(), std::vector<std::string> { "feeds.example.com:" + std::to_string(m_server->port()) });
 }
 
 } // namespace

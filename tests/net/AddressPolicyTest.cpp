@@ -18,6 +18,15 @@ constexpr PolicyRow policyRows[] = {
     { "hyphenInsideALabel", "https://my-feeds.example.com/", true },
     { "digitsBesideLetters", "https://123.example4.com/", true },
     { "queryIsFine", "https://example.com/a?b=c", true },
+    { "portBeyondTheRangeIsNotExamined", "https://example.com:99999/", true },
+    { "emptyPort", "https://example.com:/a", true },
+    { "portThatIsNotDigits", "https://example.com:https/", false },
+    { "singleSlashHasNoAuthority", "https:/example.com/a", false },
+    { "noSlashesHaveNoAuthority", "https:example.com/a", false },
+    { "emptyAuthorityWithTheHostInThePath", "https:///example.com/", false },
+    { "percentEncodedHost", "https://ex%61mple.com/", false },
+    { "hexadecimalIPv4", "https://0x7f.1/", false },
+    { "numberReadAsIPv4", "https://2130706433/", false },
     { "plainHttp", "http://example.com/appcast.xml", false },
     { "otherScheme", "ftp://example.com/a", false },
     { "userName", "https://user@example.com/", false },
@@ -86,7 +95,57 @@ TEST(Url, ResolvesRelativeAndAbsoluteReferences)
     EXPECT_EQ(base->resolved("/other.xml")->text(), "https://example.com/other.xml");
     EXPECT_EQ(base->resolved("next.xml")->text(), "https://example.com/feeds/next.xml");
     EXPECT_EQ(base->resolved("http://elsewhere.org/x")->text(), "http://elsewhere.org/x");
+    EXPECT_EQ(base->resolved("//elsewhere.org/x")->text(), "https://elsewhere.org/x");
+    // A reference that names a host only by guesswork resolves to nothing.
+    EXPECT_FALSE(base->resolved("https:/elsewhere.org/x"));
+    EXPECT_FALSE(base->resolved("https:///elsewhere.org/x"));
+    EXPECT_FALSE(base->resolved("//ex%61mple.org/x"));
 }
+
+struct TextRow {
+    const char* name;
+    const char* url;
+    const char* text; // the normalised text; empty when the text is not a URL
+};
+
+constexpr TextRow textRows[] = {
+    { "schemeAndHostLowerCased", "HTTPS://Feeds.Example.COM/A", "https://feeds.example.com/A" },
+    { "emptyPathIsTheRoot", "https://example.com", "https://example.com/" },
+    { "dotSegmentsRemoved", "https://example.com/a/../b", "https://example.com/b" },
+    { "emptyFragmentKept", "https://example.com/a#", "https://example.com/a#" },
+    { "userAndPasswordKept", "https://u:p@example.com/", "https://u:p@example.com/" },
+    { "portWithLeadingZeros", "https://example.com:0443/", "https://example.com:443/" },
+    { "portBeyondTheRangeKept", "https://example.com:0099999/a?b", "https://example.com:99999/a?b" },
+    { "fileWithoutHost", "file:///tmp/a", "file:///tmp/a" },
+    { "percentEncodedNumberHost", "https://7755%32", "" },
+    { "percentEncodedNumberHostWithOneSlash", "https:/7755%32", "" },
+    { "numberHost", "https://77552/", "" },
+    { "ipv6LiteralSpelledLong", "https://[0:0::1]/", "" },
+    { "hostGuessedForAnUnknownScheme", "feed:///example.com/", "" },
+    { "portThatIsNotDigits", "https://example.com:8o/", "" },
+};
+
+class UrlText : public testing::TestWithParam<TextRow> { };
+
+TEST_P(UrlText, SurvivesItsOwnRoundTripOrDoesNotParse)
+{
+    auto url = Url::parse(GetParam().url);
+    if (*GetParam().text == '\0') {
+        EXPECT_FALSE(url) << url->text();
+        return;
+    }
+    ASSERT_TRUE(url);
+    EXPECT_EQ(url->text(), GetParam().text);
+    auto again = Url::parse(url->text());
+    ASSERT_TRUE(again);
+    EXPECT_EQ(again->text(), url->text());
+    EXPECT_EQ(again->host(), url->host());
+    EXPECT_EQ(again->port(), url->port());
+    EXPECT_EQ(again->fragment(), url->fragment());
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, UrlText, testing::ValuesIn(textRows),
+    [](const testing::TestParamInfo<TextRow>& row) { return std::string(row.param.name); });
 
 } // namespace
 } // namespace quillmar

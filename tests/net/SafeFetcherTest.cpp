@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include <netinet/in.h>
@@ -10,6 +13,7 @@
 #include <unistd.h>
 
 #include "core/net/SafeFetcher.h"
+#include "tests/net/support/LocalConnectProxy.h"
 #include "tests/net/support/LocalHttpsServer.h"
 
 // Every test talks only to a server on 127.0.0.1 that presents a certificate made for the real-looking
@@ -21,6 +25,7 @@ namespace quillmar {
 namespace {
 
 using testing_support::HttpsRoute;
+using testing_support::LocalConnectProxy;
 using testing_support::LocalHttpsServer;
 
 constexpr const char* feedHost = "feeds.example.com";
@@ -206,6 +211,8 @@ const RedirectRow redirectRows[] = {
     { "fragmentIsRefused", "https://feeds.example.com:{port}/final#top", 302, "http 302" },
     { "otherSchemeIsRefused", "file:///etc/passwd", 302, "http 302" },
     { "unusableLocationIsRefused", "https://", 302, "http 302" },
+    { "hostWithoutAuthorityIsRefused", "https:/feeds.example.com:{port}/final", 302, "http 302" },
+    { "hostInThePathIsRefused", "https:///feeds.example.com:{port}/final", 302, "http 302" },
 };
 
 class FetchRedirects : public SafeFetcherTest, public testing::WithParamInterface<RedirectRow> { };
@@ -399,6 +406,14 @@ TEST(SafeFetcher, AClosedPortIsATransportError)
     EXPECT_FALSE(result.failure().message.empty());
 }
 
+TEST_F(SafeFetcherTest, APortBeyondTheRangeFailsAsATransportErrorNotARefusal)
+{
+    auto result = m_fetcher->fetch("https://feeds.example.com:99999/feed", 1000);
+    ASSERT_FALSE(result.ok());
+    EXPECT_EQ(result.failure().kind, FetchFailure::Kind::transport);
+    EXPECT_EQ(m_server->connectionCount(), 0u);
+}
+
 TEST(SafeFetcher, MalformedAddressMappingsAreRefusedAtCreation)
 {
     for (const char* entry : { "feeds.example.com", "feeds.example.com:443", ":443:127.0.0.1", "feeds.example.com::127.0.0.1",
@@ -408,6 +423,61 @@ TEST(SafeFetcher, MalformedAddressMappingsAreRefusedAtCreation)
         EXPECT_EQ(fetcher.error().message, "The address mapping \"" + std::string(entry) + "\" is not HOST:PORT:ADDRESS.");
     }
     EXPECT_TRUE(SafeFetcher::create({ {}, { "feeds.example.com:443:[::1]" } }).ok());
+}
+
+// --- Through a proxy ------------------------------------------------------------------------------------
+
+// Sets the proxy variables as a user behind a company proxy has them, for one test, and puts back what was
+// there before.
+class ProxyEnvironment final {
+public:
+    explicit ProxyEnvironment(const std::string& proxy)
+    {
+        for (const char* name : { "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY", "no_proxy", "NO_PROXY" }) {
+            const char* value = std::getenv(name);
+            m_saved.emplace_back(name, value ? std::optional<std::string>(value) : std::nullopt);
+            ::unsetenv(name);
+        }
+        ::setenv("https_proxy", proxy.c_str(), 1);
+    }
+    ~ProxyEnvironment()
+    {
+        for (const auto& [name, value] : m_saved) {
+            if (value)
+                ::setenv(name.c_str(), value->c_str(), 1);
+            else
+                ::unsetenv(name.c_str());
+        }
+    }
+    ProxyEnvironment(const ProxyEnvironment&) = delete;
+    ProxyEnvironment& operator=(const ProxyEnvironment&) = delete;
+
+private:
+    std::vector<std::pair<std::string, std::optional<std::string>>> m_saved;
+};
+
+TEST_F(SafeFetcherTest, FetchesThroughAConnectProxy)
+{
+    auto proxy = LocalConnectProxy::start(m_server->port());
+    ASSERT_TRUE(proxy.ok()) << proxy.error().context;
+    ProxyEnvironment environment((*proxy)->url());
+    // No fixed addresses: those bypass proxies. The proxy reaches the names, the fetcher trusts the server.
+    auto fetcher = SafeFetcher::create({ m_server->caPem(), {} });
+    ASSERT_TRUE(fetcher.ok());
+    m_server->route("/feed", HttpsRoute::ok("<rss/>"));
+    m_server->route("/moved", HttpsRoute::redirect(url("/feed", otherHost)));
+    m_server->route("/missing", HttpsRoute::withStatus(404));
+
+    EXPECT_EQ(outcome((*fetcher)->fetch(url("/feed"), 1000)), "body <rss/>");
+    EXPECT_EQ(outcome((*fetcher)->fetch(url("/moved"), 1000)), "body <rss/>");
+    EXPECT_EQ(outcome((*fetcher)->fetch(url("/missing"), 1000)), "notFound");
+    // The policy judges the target, never the proxy's loopback address.
+    EXPECT_EQ(outcome((*fetcher)->fetch(url("/feed", "127.0.0.1"), 1000)), "blocked");
+
+    auto port = ":" + std::to_string(m_server->port());
+    std::vector<std::string> expected { feedHost + port, feedHost + port, otherHost + port, feedHost + port };
+    EXPECT_EQ((*proxy)->tunnels(), expected);
+    EXPECT_EQ(m_server->requestCount(), 4u);
 }
 
 // --- Many at once ---------------------------------------------------------------------------------------

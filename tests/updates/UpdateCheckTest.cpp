@@ -86,6 +86,23 @@ std::string item(const std::string& version, const std::string& shortVersion)
         + ".zip\" length=\"1\" type=\"application/octet-stream\"/></item>";
 }
 
+// The feed with a document type that declares an entity, after its XML declaration.
+std::string declaringAnEntity(std::string feed)
+{
+    return feed.insert(feed.find("?>") + 2, "<!DOCTYPE rss [<!ENTITY v \"2.0\">]>");
+}
+
+// `levels` elements, each inside the one before.
+std::string nested(int levels)
+{
+    std::string text;
+    for (int level = 0; level < levels; ++level)
+        text += "<a>";
+    for (int level = 0; level < levels; ++level)
+        text += "</a>";
+    return text;
+}
+
 UpdateEnvironment environment()
 {
     UpdateEnvironment result;
@@ -157,7 +174,10 @@ INSTANTIATE_TEST_SUITE_P(Rows, FeedOutcome,
         FeedOutcomeRow { "redirectRefused", std::nullopt, FetchFailure::blocked(), UpdateStatus::notCheckable,
             UpdateProblem::refused },
         FeedOutcomeRow { "tooLarge", std::nullopt, FetchFailure::tooLarge(), UpdateStatus::notCheckable,
+            UpdateProblem::tooLarge },
+        FeedOutcomeRow { "declaresAnEntity", declaringAnEntity(appcast(item("200", "2.0"))), {}, UpdateStatus::notCheckable,
             UpdateProblem::refused },
+        FeedOutcomeRow { "nestedTooDeep", appcast(nested(40)), {}, UpdateStatus::notCheckable, UpdateProblem::tooLarge },
         FeedOutcomeRow { "transport", std::nullopt, FetchFailure::transport("Could not resolve host"),
             UpdateStatus::notCheckable, UpdateProblem::unreachable }),
     [](const testing::TestParamInfo<FeedOutcomeRow>& row) { return std::string(row.param.name); });
@@ -166,8 +186,29 @@ TEST(UpdateCheck, FailureDetailIsKeptForLogs)
 {
     FakeFetcher fetcher;
     fetcher.answer("https://example.com/a.xml", FetchFailure::http(503));
-    auto rows = UpdateCheck(fetcher, environment()).run({ withFeed(bundle("A", "1.0", "1"), "https://example.com/a.xml") });
+    fetcher.answer("https://example.com/b.xml", std::string("<rss><channel></rss>"));
+    auto rows = UpdateCheck(fetcher, environment())
+                    .run({ withFeed(bundle("A", "1.0", "1"), "https://example.com/a.xml"),
+                        withFeed(bundle("B", "1.0", "1"), "https://example.com/b.xml") });
     EXPECT_EQ(rows[0].detail, "http 503");
+    EXPECT_EQ(rows[1].problem, UpdateProblem::malformed);
+    EXPECT_EQ(rows[1].detail.rfind("appcast: ", 0), 0u) << rows[1].detail;
+}
+
+TEST(UpdateCheck, AnUnreadableStoreReplyIsNotTakenForAbsentListings)
+{
+    FakeFetcher fetcher;
+    auto batch = AppStoreLookup::requestURL({ "com.example.One", "com.example.Two" }, "us");
+    auto deep = AppStoreLookup::requestURL({ "com.example.Three" }, "us");
+    fetcher.answer(batch, std::string("<html>Service Unavailable</html>"));
+    fetcher.answer(deep, std::string(R"({"results":)") + std::string(100, '[') + std::string(100, ']') + "}");
+    auto rows = UpdateCheck(fetcher, environment())
+                    .run({ fromStore(bundle("One", "1.0", "1")), fromStore(bundle("Two", "1.0", "1")),
+                        fromStore(bundle("Three", "1.0", "1")) });
+    EXPECT_EQ(rows[0].problem, UpdateProblem::malformed);
+    EXPECT_EQ(rows[1].problem, UpdateProblem::malformed);
+    EXPECT_EQ(rows[2].problem, UpdateProblem::tooLarge);
+    EXPECT_EQ(rows[0].detail.rfind("app store: ", 0), 0u) << rows[0].detail;
 }
 
 TEST(UpdateCheck, ElectronManifestIsJudgedAgainstTheKernelRelease)
