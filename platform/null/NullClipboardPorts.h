@@ -6,8 +6,9 @@
 
 namespace quillmar {
 
-// The ports of the clipboard history where the system offers nothing: each answers "not here" and changes nothing.
-// System factories hand them out for ports without a backend; the command line and the tests use them too.
+// The ports of the clipboard history where the system offers nothing: each answers "not here" and changes
+// nothing. System factories hand them out for ports without a backend; the command line and the tests use them
+// too.
 
 // A pasteboard on a system without one the core can reach: always empty, never changes, refuses writes.
 class NullPasteboard final : public Pasteboard {

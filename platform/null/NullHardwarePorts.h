@@ -9,8 +9,9 @@
 
 namespace quillmar {
 
-// The ports of the fans and external displays where the system offers nothing: each answers "not here" and changes nothing.
-// System factories hand them out for ports without a backend; the command line and the tests use them too.
+// The ports of the fans and external displays where the system offers nothing: each answers "not here" and
+// changes nothing. System factories hand them out for ports without a backend; the command line and the tests
+// use them too.
 
 // The SMC on a system without one: it never opens and every call fails.
 class NullSMCDriver final : public SMCDriver {

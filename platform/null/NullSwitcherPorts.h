@@ -8,8 +8,9 @@
 
 namespace quillmar {
 
-// The ports of the app and window switcher where the system offers nothing: each answers "not here" and changes nothing.
-// System factories hand them out for ports without a backend; the command line and the tests use them too.
+// The ports of the app and window switcher where the system offers nothing: each answers "not here" and changes
+// nothing. System factories hand them out for ports without a backend; the command line and the tests use them
+// too.
 
 // No activation history to watch: claims are accepted and nothing is ever known to be recent.
 class NullAppRecency final : public AppRecency {
