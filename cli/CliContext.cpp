@@ -8,8 +8,8 @@
 
 #include "cli/ReportingSettingsBackend.h"
 #include "core/settings/JsonFileSettingsBackend.h"
-#include "platform/unsupported/UnsupportedEventTapSource.h"
-#include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
+#include "platform/null/NullEventTapPorts.h"
+#include "platform/null/NullHotKeyPorts.h"
 
 namespace quillmar::cli {
 
@@ -58,8 +58,8 @@ AppServices& CliContext::services()
 {
     if (!m_services) {
         // The CLI never registers hot keys: it only reports what the application would register.
-        m_registrar = std::make_unique<UnsupportedHotKeyRegistrar>();
-        m_events = std::make_unique<UnsupportedEventTapSource>();
+        m_registrar = std::make_unique<NullHotKeyRegistrar>();
+        m_events = std::make_unique<NullEventTapSource>();
         m_services = std::make_unique<AppServices>(m_runtime, settings(),
             AppServices::SystemPorts { *m_registrar, *m_events }, ShellServices {}, Modules::standard());
     }

@@ -11,9 +11,9 @@
 
 #include <fmt/format.h>
 
+#include "core/hardware/SystemHardwarePorts.h"
 #include "core/hardware/ddc/DDCEngine.h"
 #include "core/hardware/ddc/DDCPacket.h"
-#include "core/hardware/ddc/SystemI2CTransport.h"
 #include "core/hardware/ddc/VCPCode.h"
 #include "core/hardware/fans/FanCurve.h"
 #include "core/hardware/smc/SMCCodec.h"
@@ -315,7 +315,7 @@ struct DisplaySession {
 std::optional<DisplaySession> openDisplays(CliContext& context)
 {
     DisplaySession session;
-    session.transport = makeSystemI2CTransport();
+    session.transport = makeSystemHardwarePorts().i2c;
     session.engine = std::make_unique<DDCEngine>(context.runtime(), *session.transport);
     auto displays = session.engine->discover();
     if (!displays) {

@@ -2,10 +2,10 @@
 #include <memory>
 
 #include "cli/CommandLine.h"
-#include "platform/linux/XdgFileLocations.h"
+#include "core/settings/SystemSettingsPorts.h"
 
 int main(int argc, char** argv)
 {
     return quillmar::cli::runCommandLine(argc, argv, std::cin, std::cout, std::cerr,
-        std::make_unique<quillmar::XdgFileLocations>());
+        quillmar::makeSystemSettingsPorts().fileLocations);
 }

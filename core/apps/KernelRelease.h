@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -14,8 +13,5 @@ public:
     // None when the system does not say.
     virtual std::optional<std::string> release() const = 0;
 };
-
-// The backend of the system being built (quillmar_apps_system): uname(2) on POSIX systems, none elsewhere.
-std::unique_ptr<KernelRelease> makeSystemKernelRelease();
 
 } // namespace quillmar

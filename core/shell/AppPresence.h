@@ -2,12 +2,12 @@
 
 namespace quillmar {
 
-// Brings the application's own windows to the front when they open (port). The base does nothing.
+// Brings the application's own windows to the front when they open (port).
 class AppPresence {
 public:
     virtual ~AppPresence() = default;
 
-    virtual void start() { }
+    virtual void start() = 0;
 };
 
 } // namespace quillmar

@@ -2,12 +2,12 @@
 
 namespace quillmar {
 
-// Outside integrations started once at launch (port). The base starts none.
+// Outside integrations started once at launch (port).
 class Integrations {
 public:
     virtual ~Integrations() = default;
 
-    virtual void start() { }
+    virtual void start() = 0;
 };
 
 } // namespace quillmar

@@ -6,9 +6,9 @@
 
 namespace quillmar {
 
-// The uninstaller's ports on the system being built, owned together. Defined by the backend library
-// CMake picks (quillmar_uninstaller_system): the freedesktop.org Trash and lstat(2) sizes on Linux, the
-// unsupported twins elsewhere.
+// The uninstaller's ports on the system being built, owned together. The platform layer defines it once per
+// system in quillmar_uninstaller_system (platform/<os>): the freedesktop.org Trash and lstat(2) sizes on Linux,
+// the Null twins (platform/null) elsewhere.
 struct SystemUninstallerPorts {
     std::unique_ptr<SigningInfo> signing;
     std::unique_ptr<DiskUsage> diskUsage;

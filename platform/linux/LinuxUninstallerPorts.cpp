@@ -1,14 +1,14 @@
 #include "core/uninstaller/SystemUninstallerPorts.h"
 #include "platform/linux/GioRecycler.h"
+#include "platform/null/NullUninstallerPorts.h"
 #include "platform/posix/PosixDiskUsage.h"
-#include "platform/unsupported/UnsupportedSigningInfo.h"
 
 namespace quillmar {
 
 SystemUninstallerPorts makeSystemUninstallerPorts()
 {
     // Linux bundles carry no code signature the core can read.
-    return { std::make_unique<UnsupportedSigningInfo>(), std::make_unique<PosixDiskUsage>(),
+    return { std::make_unique<NullSigningInfo>(), std::make_unique<PosixDiskUsage>(),
         std::make_unique<GioRecycler>() };
 }
 

@@ -12,9 +12,4 @@ std::optional<std::string> PosixKernelRelease::release() const
     return std::string(names.release);
 }
 
-std::unique_ptr<KernelRelease> makeSystemKernelRelease()
-{
-    return std::make_unique<PosixKernelRelease>();
-}
-
 } // namespace quillmar

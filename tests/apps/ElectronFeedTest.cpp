@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/apps/ElectronFeed.h"
-#include "core/apps/KernelRelease.h"
+#include "core/apps/SystemAppsPorts.h"
 
 namespace quillmar {
 namespace {
@@ -132,7 +132,7 @@ INSTANTIATE_TEST_SUITE_P(Rules, ElectronOfferTest,
 
 TEST(KernelReleaseTest, SystemBackendReportsADottedRelease)
 {
-    auto release = makeSystemKernelRelease()->release();
+    auto release = makeSystemAppsPorts().kernelRelease->release();
 #if defined(__unix__) || defined(__APPLE__)
     ASSERT_TRUE(release.has_value());
     EXPECT_NE(release->find('.'), std::string::npos) << *release;

@@ -1,8 +1,8 @@
 #include "tests/clipboard/ClipboardStoreFixture.h"
 
 #include "core/shell/AppServices.h"
-#include "platform/unsupported/UnsupportedEventTapSource.h"
-#include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
+#include "platform/null/NullEventTapPorts.h"
+#include "platform/null/NullHotKeyPorts.h"
 
 namespace quillmar {
 namespace {
@@ -13,8 +13,8 @@ TEST(ClipboardService, TheContainerStartsAndStopsTheStore)
 {
     ClipboardStoreFixture fixture;
     fixture.settings().set(ClipboardSettings::clearOnLock, true);
-    UnsupportedHotKeyRegistrar registrar;
-    UnsupportedEventTapSource events;
+    NullHotKeyRegistrar registrar;
+    NullEventTapSource events;
     ShellServices services;
     auto store = std::make_unique<ClipboardStore>(fixture.m_runtime, fixture.settings(), fixture.folder(),
         ClipboardPorts { fixture.m_pasteboard, fixture.m_front, fixture.m_session, fixture.m_keys, fixture.m_notices });

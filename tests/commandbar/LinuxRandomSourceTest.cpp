@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/linux/LinuxRandomSource.h"
-#include "platform/unsupported/UnsupportedRandomSource.h"
+#include "platform/null/NullCommandBarPorts.h"
 
 namespace quillmar {
 namespace {
@@ -23,9 +23,9 @@ TEST(LinuxRandomSourceTest, FillsEveryByteAndNeverRepeats)
     EXPECT_LT(std::count(large.begin(), large.end(), 0), 100) << "about 16 zero bytes expected in 4096";
 }
 
-TEST(UnsupportedRandomSourceTest, Refuses)
+TEST(NullRandomSourceTest, Refuses)
 {
-    UnsupportedRandomSource random;
+    NullRandomSource random;
     std::array<std::uint8_t, 4> bytes {};
     EXPECT_FALSE(random.fill(bytes).ok());
 }

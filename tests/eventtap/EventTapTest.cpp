@@ -1,6 +1,6 @@
 #include <gmock/gmock.h>
 
-#include "platform/unsupported/UnsupportedEventTapSource.h"
+#include "platform/null/NullEventTapPorts.h"
 #include "tests/eventtap/EventTapFixture.h"
 
 namespace quillmar {
@@ -182,10 +182,10 @@ TEST_F(EventTapTaps, GoWithTheTapAndLeaveQueuedHandlerWorkInert)
     EXPECT_THAT(ran, IsEmpty());
 }
 
-TEST(EventTapUnsupported, TrustsNothingAndTapsNothing)
+TEST(EventTapNullSource, TrustsNothingAndTapsNothing)
 {
     VirtualRuntime runtime;
-    UnsupportedEventTapSource source;
+    NullEventTapSource source;
     EventTap tap(runtime, source);
     tap.registerHandler("a", { EventType::keyDown }, ListenOnly::no,
         [](const InputEvent& event) { return std::optional<InputEvent>(event); });

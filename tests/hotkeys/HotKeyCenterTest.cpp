@@ -4,7 +4,7 @@
 
 #include "core/hotkeys/HotKeyCenter.h"
 #include "core/runtime/VirtualRuntime.h"
-#include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
+#include "platform/null/NullHotKeyPorts.h"
 #include "tests/hotkeys/FakeHotKeyRegistrar.h"
 
 namespace quillmar {
@@ -141,10 +141,10 @@ TEST(HotKeyCenterLifetime, InstallsOneHandlerAndRemovesItWithEveryHotKey)
     EXPECT_TRUE(pressed.empty()) << "a press still queued when the center went away is dropped";
 }
 
-TEST(HotKeyCenterUnsupported, RegistersNothing)
+TEST(HotKeyCenterNullRegistrar, RegistersNothing)
 {
     VirtualRuntime runtime;
-    UnsupportedHotKeyRegistrar registrar;
+    NullHotKeyRegistrar registrar;
     HotKeyCenter center(registrar, runtime.mainQueue());
     center.registerShortcuts(threePairs);
     EXPECT_EQ(center.registeredCount(), 0u);

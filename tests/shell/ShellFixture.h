@@ -5,7 +5,7 @@
 #include "core/runtime/VirtualRuntime.h"
 #include "core/settings/MemorySettingsBackend.h"
 #include "core/shell/AppServices.h"
-#include "platform/unsupported/UnsupportedEventTapSource.h"
+#include "platform/null/NullEventTapPorts.h"
 #include "tests/hotkeys/FakeHotKeyRegistrar.h"
 #include "tests/shell/RecordingServices.h"
 
@@ -50,7 +50,7 @@ struct ShellFixture {
     VirtualRuntime runtime;
     Settings settings;
     FakeHotKeyRegistrar registrar;
-    UnsupportedEventTapSource events;
+    NullEventTapSource events;
     CallLog log;
     std::unique_ptr<AppServices> services;
 };

@@ -9,8 +9,8 @@
 #include "core/settings/MemorySettingsBackend.h"
 #include "core/shell/AppServices.h"
 #include "core/snippets/Snippets.h"
-#include "platform/unsupported/UnsupportedEventTapSource.h"
-#include "platform/unsupported/UnsupportedHotKeyRegistrar.h"
+#include "platform/null/NullEventTapPorts.h"
+#include "platform/null/NullHotKeyPorts.h"
 #include "tests/clipboard/ClipboardFakes.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -97,7 +97,7 @@ protected:
     VirtualRuntime m_runtime;
     TemporaryFolder m_folder;
     std::unique_ptr<Settings> m_settings;
-    UnsupportedEventTapSource m_source;
+    NullEventTapSource m_source;
     EventTap m_tap { m_runtime, m_source };
     FakeKeyboard m_keyboard;
     FakeTextFocus m_focus;
@@ -362,8 +362,8 @@ TEST(SnippetService, TheContainerSwitchesTypingWatchOnAndOff)
     VirtualRuntime runtime;
     TemporaryFolder folder;
     Settings settings(std::make_unique<MemorySettingsBackend>());
-    UnsupportedHotKeyRegistrar registrar;
-    UnsupportedEventTapSource events;
+    NullHotKeyRegistrar registrar;
+    NullEventTapSource events;
     FakeKeyboard keyboard;
     FakeTextFocus focus;
     FakeFrontApplications front;

@@ -2,12 +2,12 @@
 
 namespace quillmar {
 
-// The list of audio devices and its watcher. The base does nothing.
+// The list of audio devices and its watcher.
 class AudioDeviceService {
 public:
     virtual ~AudioDeviceService() = default;
 
-    virtual void stopWatching() { }
+    virtual void stopWatching() = 0;
 };
 
 } // namespace quillmar

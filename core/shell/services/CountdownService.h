@@ -2,13 +2,13 @@
 
 namespace quillmar {
 
-// The menu-bar countdown timer. The base does nothing.
+// The menu-bar countdown timer.
 class CountdownService {
 public:
     virtual ~CountdownService() = default;
 
-    virtual bool isRunning() const { return false; }
-    virtual void cancel() { }
+    virtual bool isRunning() const = 0;
+    virtual void cancel() = 0;
 };
 
 } // namespace quillmar

@@ -3,12 +3,11 @@
 namespace quillmar {
 
 // The input features share one event tap; a switch change asks the input module to rebuild it.
-// The base does nothing.
 class InputRefresher {
 public:
     virtual ~InputRefresher() = default;
 
-    virtual void setNeedsRefresh() { }
+    virtual void setNeedsRefresh() = 0;
 };
 
 } // namespace quillmar

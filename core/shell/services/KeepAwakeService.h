@@ -2,15 +2,15 @@
 
 namespace quillmar {
 
-// Keeping the machine awake. The base does nothing and is never active.
+// Keeping the machine awake.
 class KeepAwakeService {
 public:
     virtual ~KeepAwakeService() = default;
 
-    virtual bool isActive() const { return false; }
-    virtual void toggle() { }
+    virtual bool isActive() const = 0;
+    virtual void toggle() = 0;
     // Ends keep-awake and restores normal sleep.
-    virtual void stop() { }
+    virtual void stop() = 0;
 };
 
 } // namespace quillmar

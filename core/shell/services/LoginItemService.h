@@ -3,13 +3,12 @@
 namespace quillmar {
 
 // Whether the application starts at login, through the platform's login-item service.
-// The base is never set to launch at login.
 class LoginItemService {
 public:
     virtual ~LoginItemService() = default;
 
-    virtual bool launchesAtLogin() const { return false; }
-    virtual void setLaunchesAtLogin(bool) { }
+    virtual bool launchesAtLogin() const = 0;
+    virtual void setLaunchesAtLogin(bool on) = 0;
 };
 
 } // namespace quillmar

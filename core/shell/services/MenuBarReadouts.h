@@ -2,13 +2,13 @@
 
 namespace quillmar {
 
-// The system monitor's readouts in the menu bar. The base shows none.
+// The system monitor's readouts in the menu bar.
 class MenuBarReadouts {
 public:
     virtual ~MenuBarReadouts() = default;
 
     // Shows or hides the readouts to match the switches and preferences.
-    virtual void apply() { }
+    virtual void apply() = 0;
 };
 
 } // namespace quillmar

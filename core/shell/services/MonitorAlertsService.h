@@ -2,12 +2,12 @@
 
 namespace quillmar {
 
-// The system monitor's alerts. The base does nothing.
+// The system monitor's alerts.
 class MonitorAlertsService {
 public:
     virtual ~MonitorAlertsService() = default;
 
-    virtual void setEnabled(bool) { }
+    virtual void setEnabled(bool on) = 0;
 };
 
 } // namespace quillmar

@@ -2,13 +2,13 @@
 
 namespace quillmar {
 
-// The hold-to-quit interception of the quit shortcut. The base does nothing.
+// The hold-to-quit interception of the quit shortcut.
 class QuitProtectionService {
 public:
     virtual ~QuitProtectionService() = default;
 
     // Registers or unregisters the interception.
-    virtual void setEnabled(bool) { }
+    virtual void setEnabled(bool on) = 0;
 };
 
 } // namespace quillmar

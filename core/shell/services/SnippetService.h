@@ -2,12 +2,12 @@
 
 namespace quillmar {
 
-// Snippet expansion as typed. The base does nothing.
+// Snippet expansion as typed (core/snippets' Snippets).
 class SnippetService {
 public:
     virtual ~SnippetService() = default;
 
-    virtual void setEnabled(bool) { }
+    virtual void setEnabled(bool on) = 0;
 };
 
 } // namespace quillmar

@@ -4,13 +4,13 @@
 
 namespace quillmar {
 
-// Moves the front window into a layout. The base does nothing.
+// Moves the front window into a layout.
 class WindowLayoutService {
 public:
     virtual ~WindowLayoutService() = default;
 
     // `action` is one of the window-layout shortcut actions (leftHalf ... previousDisplay).
-    virtual void applyLayout(ShortcutAction) { }
+    virtual void applyLayout(ShortcutAction action) = 0;
 };
 
 } // namespace quillmar

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+
+#include "core/clipboard/FrontApplications.h"
+#include "core/clipboard/Pasteboard.h"
+#include "core/clipboard/SessionEvents.h"
+
+namespace quillmar {
+
+// The ports of the clipboard history on the system being built, owned together. The platform layer defines it
+// once per system in quillmar_clipboard_system (platform/<os>); a port without a backend there is its Null twin
+// (platform/null).
+struct SystemClipboardPorts {
+    std::unique_ptr<Pasteboard> pasteboard;
+    std::unique_ptr<FrontApplications> frontApplications;
+    std::unique_ptr<SessionEvents> sessionEvents;
+};
+
+SystemClipboardPorts makeSystemClipboardPorts();
+
+} // namespace quillmar

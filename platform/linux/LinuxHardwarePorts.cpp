@@ -1,0 +1,20 @@
+#include "core/hardware/SystemHardwarePorts.h"
+#include "platform/linux/LinuxI2CTransport.h"
+#include "platform/null/NullHardwarePorts.h"
+
+namespace quillmar {
+
+SystemHardwarePorts makeSystemHardwarePorts()
+{
+    // Display buses through i2c-dev; the SMC, its sensors and the fan helper exist only on a Mac.
+    SystemHardwarePorts ports;
+    ports.smc = std::make_unique<NullSMCDriver>();
+    ports.temperatures = std::make_unique<NullTemperatureSensors>();
+    ports.fanHelperFiles = std::make_unique<NullFanHelperFiles>();
+    ports.fanHelperTransport = std::make_unique<NullFanHelperTransport>();
+    ports.fanHelperClient = std::make_unique<NullFanHelperClient>();
+    ports.i2c = std::make_unique<LinuxI2CTransport>();
+    return ports;
+}
+
+} // namespace quillmar

@@ -1,0 +1,36 @@
+#include "platform/null/NullClipboardPorts.h"
+
+namespace quillmar {
+
+std::int64_t NullPasteboard::changeCount() const
+{
+    return 0;
+}
+
+PasteboardReading NullPasteboard::read()
+{
+    return {};
+}
+
+bool NullPasteboard::write(const PasteboardWriting&)
+{
+    return false;
+}
+
+void NullPasteboard::clear() { }
+
+std::optional<AppIdentity> NullFrontApplications::frontApplication() const
+{
+    return std::nullopt;
+}
+
+std::vector<AppIdentity> NullFrontApplications::takeActivations()
+{
+    return {};
+}
+
+void NullSessionEvents::startObserving(std::function<void(SessionEvent)>) { }
+
+void NullSessionEvents::stopObserving() { }
+
+} // namespace quillmar

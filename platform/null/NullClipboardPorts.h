@@ -1,0 +1,36 @@
+#pragma once
+
+#include "core/clipboard/FrontApplications.h"
+#include "core/clipboard/Pasteboard.h"
+#include "core/clipboard/SessionEvents.h"
+
+namespace quillmar {
+
+// The ports of the clipboard history where the system offers nothing: each answers "not here" and changes
+// nothing. System factories hand them out for ports without a backend; the command line and the tests use them
+// too.
+
+// A pasteboard on a system without one the core can reach: always empty, never changes, refuses writes.
+class NullPasteboard final : public Pasteboard {
+public:
+    std::int64_t changeCount() const override;
+    PasteboardReading read() override;
+    bool write(const PasteboardWriting& writing) override;
+    void clear() override;
+};
+
+// No application is ever known to be in front.
+class NullFrontApplications final : public FrontApplications {
+public:
+    std::optional<AppIdentity> frontApplication() const override;
+    std::vector<AppIdentity> takeActivations() override;
+};
+
+// Sleep and lock are never reported.
+class NullSessionEvents final : public SessionEvents {
+public:
+    void startObserving(std::function<void(SessionEvent)> handler) override;
+    void stopObserving() override;
+};
+
+} // namespace quillmar

@@ -1,0 +1,15 @@
+#include "core/clipboard/SystemClipboardPorts.h"
+#include "platform/null/NullClipboardPorts.h"
+
+namespace quillmar {
+
+SystemClipboardPorts makeSystemClipboardPorts()
+{
+    SystemClipboardPorts ports;
+    ports.pasteboard = std::make_unique<NullPasteboard>();
+    ports.frontApplications = std::make_unique<NullFrontApplications>();
+    ports.sessionEvents = std::make_unique<NullSessionEvents>();
+    return ports;
+}
+
+} // namespace quillmar

@@ -1,7 +1,0 @@
-#include "platform/unsupported/UnsupportedHaptics.h"
-
-namespace quillmar {
-
-void UnsupportedHaptics::performAlignment() { }
-
-} // namespace quillmar
