@@ -3,26 +3,12 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
+#include "core/eventtap/KeyCodes.h"
 #include "core/switcher/SwitcherLogic.h"
 
 namespace quillmar {
 
 namespace {
-
-// Virtual key codes the switcher reacts to.
-namespace Key {
-constexpr std::uint32_t returnKey = 36;
-constexpr std::uint32_t tab = 48;
-constexpr std::uint32_t grave = 50;
-constexpr std::uint32_t deleteBackward = 51;
-constexpr std::uint32_t escape = 53;
-constexpr std::uint32_t keypadEnter = 76;
-constexpr std::uint32_t deleteForward = 117;
-constexpr std::uint32_t leftArrow = 123;
-constexpr std::uint32_t rightArrow = 124;
-constexpr std::uint32_t downArrow = 125;
-constexpr std::uint32_t upArrow = 126;
-} // namespace Key
 
 constexpr std::uint64_t chordModifiers = EventFlags::option | EventFlags::command | EventFlags::control;
 
@@ -157,7 +143,7 @@ TapVerdict SwitcherController::handle(const SwitcherKeyEvent& event)
         return TapVerdict::pass;
     }
 
-    if (event.keyCode != Key::tab || (event.flags & chordModifiers) != triggerFlag(m_trigger))
+    if (event.keyCode != KeyCode::tab || (event.flags & chordModifiers) != triggerFlag(m_trigger))
         return TapVerdict::pass;
     // Claimed now, so that the next events are read as this session's even before `begin` has run.
     m_active = true;
@@ -287,11 +273,11 @@ void SwitcherController::key(const SwitcherKeyEvent& event)
         return;
     bool shift = (event.flags & EventFlags::shift) != 0;
     switch (event.keyCode) {
-    case Key::returnKey:
-    case Key::keypadEnter:
+    case KeyCode::returnKey:
+    case KeyCode::keypadEnter:
         commit();
         return;
-    case Key::tab: {
+    case KeyCode::tab: {
         if (shift && !event.isAutorepeat && m_lastShiftStep
             && m_runtime.clock().uptime() - *m_lastShiftStep <= shiftTabWindow) {
             m_lastShiftStep.reset(); // the Tab of the chord whose Shift already stepped back
@@ -300,31 +286,31 @@ void SwitcherController::key(const SwitcherKeyEvent& event)
         move(shift ? -1 : 1, /*wrap=*/!event.isAutorepeat);
         return;
     }
-    case Key::deleteBackward:
-    case Key::deleteForward:
+    case KeyCode::deleteBackward:
+    case KeyCode::deleteForward:
         if (m_model.dropLastQueryCharacter())
             m_model.refilter();
         return;
-    case Key::escape:
+    case KeyCode::escape:
         if (m_model.clearQuery())
             m_model.refilter();
         else
             end();
         return;
-    case Key::leftArrow:
+    case KeyCode::leftArrow:
         move(-1, /*wrap=*/false);
         return;
-    case Key::rightArrow:
+    case KeyCode::rightArrow:
         move(1, /*wrap=*/false);
         return;
-    case Key::downArrow:
-    case Key::upArrow:
+    case KeyCode::downArrow:
+    case KeyCode::upArrow:
         if (m_shown) {
             if (auto index = m_model.selectedIndex())
-                setCurrentIndex(SwitcherLogic::jumpGroup(*index, m_model.groups(), event.keyCode == Key::downArrow));
+                setCurrentIndex(SwitcherLogic::jumpGroup(*index, m_model.groups(), event.keyCode == KeyCode::downArrow));
         }
         return;
-    case Key::grave:
+    case KeyCode::grave:
         if (auto index = currentIndex())
             setCurrentIndex(SwitcherLogic::nextInGroup(*index, m_model.groups()));
         return;
