@@ -2,6 +2,8 @@
 
 #include <curl/curl.h>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
@@ -60,10 +62,7 @@ std::optional<Url> Url::parse(std::string_view text)
     if (!url.m_fragment && input->find('#') != std::string::npos)
         url.m_fragment = std::string();
     // Host names are case-insensitive; one spelling keeps comparisons simple.
-    for (auto& character : url.m_host) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
+    url.m_host = asciiLower(url.m_host);
     return url;
 }
 
