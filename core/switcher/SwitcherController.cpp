@@ -148,7 +148,7 @@ TapVerdict SwitcherController::handle(const SwitcherKeyEvent& event)
     // Claimed now, so that the next events are read as this session's even before `begin` has run.
     m_active = true;
     bool reverse = (event.flags & EventFlags::shift) != 0;
-    forward([this, reverse] { begin(reverse, false); });
+    forward([this, reverse] { begin({ .reverse = reverse, .pinned = false }); });
     return TapVerdict::swallow;
 }
 
@@ -158,11 +158,12 @@ void SwitcherController::openPinned()
     if (m_active)
         return;
     m_active = true;
-    begin(false, true);
+    begin({ .reverse = false, .pinned = true });
 }
 
-void SwitcherController::begin(bool reverse, bool pinned)
+void SwitcherController::begin(Start start)
 {
+    auto [reverse, pinned] = start;
     if (!m_active)
         return; // cancelled before it began
     ++m_token;
@@ -183,8 +184,8 @@ void SwitcherController::begin(bool reverse, bool pinned)
 
     // The catalogue is read afresh on the main thread: the panel must show the windows as they are now.
     m_apps = m_ports.catalog.runningApps();
-    WindowCatalogOptions catalogOptions { m_sessionOptions.minimizedWindows,
-        m_sessionOptions.spaces == SwitcherSpaces::all };
+    WindowCatalogOptions catalogOptions { .includeMinimized = m_sessionOptions.minimizedWindows,
+        .includeOtherSpaces = m_sessionOptions.spaces == SwitcherSpaces::all };
     auto windows = m_ports.catalog.windows(m_apps, catalogOptions);
     m_entries.clear();
     for (const auto& window : windows)
@@ -484,7 +485,7 @@ void SwitcherController::verifyClose(std::uint32_t windowNumber, std::uint64_t t
     auto id = SwitcherItem { windowNumber, entry->second.pid, {}, {} }.id();
     bool stillThere = false;
     if (auto app = appOf(entry->second.pid)) {
-        WindowCatalogOptions everywhere { true, true };
+        WindowCatalogOptions everywhere { .includeMinimized = true, .includeOtherSpaces = true };
         auto windows = m_ports.catalog.windows({ *app }, everywhere);
         stillThere = std::any_of(windows.begin(), windows.end(),
             [&](const WindowEntry& window) { return window.windowNumber == windowNumber; });
