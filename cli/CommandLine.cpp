@@ -48,8 +48,7 @@ std::string parseErrorSentence(std::string_view complaint)
         text.pop_back();
     if (text.empty())
         text = "The command line isn't complete";
-    if (text.front() >= 'a' && text.front() <= 'z')
-        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    text.front() = asciiUpper(text.front());
     return text + "; run \"quillmar --help\" for the commands.";
 }
 

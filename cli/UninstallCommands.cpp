@@ -163,9 +163,7 @@ bool confirmed(CliContext& context)
     std::string answer;
     if (!std::getline(context.in(), answer))
         return false;
-    auto word = std::string(trimmed(answer));
-    for (auto& character : word)
-        character = static_cast<char>(std::tolower(static_cast<unsigned char>(character)));
+    auto word = asciiLower(trimmed(answer));
     return word == "y" || word == "yes";
 }
 

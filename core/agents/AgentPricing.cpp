@@ -10,6 +10,7 @@
 #include <unicode/unistr.h>
 
 #include "core/base/Diagnostics.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
 
@@ -47,12 +48,7 @@ std::string trimmedLowerCase(std::string_view name)
             name.remove_prefix(1);
         while (!name.empty() && isAsciiSpace(name.back()))
             name.remove_suffix(1);
-        std::string lower(name);
-        for (char& character : lower) {
-            if (character >= 'A' && character <= 'Z')
-                character = static_cast<char>(character - 'A' + 'a');
-        }
-        return lower;
+        return asciiLower(name);
     }
     auto text = icu::UnicodeString::fromUTF8(icu::StringPiece(name.data(), static_cast<std::int32_t>(name.size())));
     std::int32_t start = 0;

@@ -7,10 +7,17 @@
 #include <fmt/format.h>
 
 #include "core/agents/AgentPricing.h"
+#include "core/base/RawValueTable.h"
 
 namespace quillmar {
 
 namespace {
+
+constexpr auto groupings = rawValueTable<ReportGrouping>({
+    { ReportGrouping::day, "day" },
+    { ReportGrouping::model, "model" },
+    { ReportGrouping::session, "session" },
+});
 
 std::string groupedDigits(std::int64_t value)
 {
@@ -80,24 +87,12 @@ std::int64_t epochSeconds(std::int64_t milliseconds)
 
 std::string_view rawValue(ReportGrouping grouping)
 {
-    switch (grouping) {
-    case ReportGrouping::day:
-        return "day";
-    case ReportGrouping::model:
-        return "model";
-    case ReportGrouping::session:
-        return "session";
-    }
-    return "day";
+    return groupings.rawValue(grouping);
 }
 
 std::optional<ReportGrouping> reportGroupingFromRawValue(std::string_view text)
 {
-    for (auto grouping : { ReportGrouping::day, ReportGrouping::model, ReportGrouping::session }) {
-        if (rawValue(grouping) == text)
-            return grouping;
-    }
-    return std::nullopt;
+    return groupings.fromRawValue(text);
 }
 
 std::string usageTable(const UsageLedger& ledger, ReportGrouping grouping)

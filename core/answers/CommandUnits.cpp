@@ -8,6 +8,7 @@
 
 #include "core/answers/NumberText.h"
 #include "core/answers/UnitTable.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
 
@@ -23,16 +24,6 @@ bool isDigit(char character)
 bool isSpace(char character)
 {
     return character == ' ' || character == '\t' || character == '\n' || character == '\r';
-}
-
-std::string lowerCase(std::string_view text)
-{
-    std::string lower(text);
-    for (auto& character : lower) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return lower;
 }
 
 const UnitInfo* lookUp(std::span<const UnitNamePair> pairs, std::string_view name)
@@ -78,7 +69,7 @@ std::string joined(const std::vector<std::string_view>& parts, std::size_t begin
 bool isConnector(std::string_view word)
 {
     auto connectors = UnitTable::connectors();
-    return std::find(connectors.begin(), connectors.end(), lowerCase(word)) != connectors.end();
+    return std::find(connectors.begin(), connectors.end(), asciiLower(word)) != connectors.end();
 }
 
 std::optional<UnitConversion> conversion(const UnitQuantity& from, const UnitInfo& to)
@@ -103,7 +94,7 @@ std::optional<UnitConversion> CommandUnits::convert(std::string_view query)
 {
     auto normalized = normalize(query);
     auto parts = words(normalized);
-    if (!parts.empty() && lowerCase(parts.front()) == "convert")
+    if (!parts.empty() && asciiLower(parts.front()) == "convert")
         parts.erase(parts.begin());
     if (parts.empty())
         return std::nullopt;
@@ -135,7 +126,7 @@ std::optional<UnitInfo> CommandUnits::unit(std::string_view name)
 {
     if (const auto* exact = UnitTable::unitByLabel(name))
         return *exact;
-    auto lower = lowerCase(name);
+    auto lower = asciiLower(name);
     if (const auto* alias = lookUp(UnitTable::aliases(), lower))
         return *alias;
     if (const auto* label = UnitTable::unitByLabel(lower))

@@ -7,6 +7,7 @@
 #include <unicode/timezone.h>
 
 #include "core/answers/IcuText.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
 
@@ -26,15 +27,6 @@ bool isGeographic(std::string_view identifier)
             return true;
     }
     return false;
-}
-
-std::string lowerCase(std::string text)
-{
-    for (auto& character : text) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return text;
 }
 
 } // namespace
@@ -60,7 +52,7 @@ TimeZoneCityIndex::TimeZoneCityIndex()
         if (U_FAILURE(status))
             break;
         auto identifier = utf8String(*next);
-        m_identifiers.emplace(lowerCase(identifier), NamedZone { cityName(identifier), identifier });
+        m_identifiers.emplace(asciiLower(identifier), NamedZone { cityName(identifier), identifier });
         if (!isGeographic(identifier))
             continue;
         icu::UnicodeString canonicalIdentifier;
@@ -69,7 +61,7 @@ TimeZoneCityIndex::TimeZoneCityIndex()
         bool canonical = U_SUCCESS(canonicalStatus) && canonicalIdentifier == *next;
 
         auto display = cityName(identifier);
-        auto key = lowerCase(display);
+        auto key = asciiLower(display);
         auto found = m_cities.find(key);
         Entry entry { NamedZone { std::move(display), std::move(identifier) }, canonical };
         if (found == m_cities.end())

@@ -25,16 +25,6 @@ constexpr std::array<std::string_view, 17> packageExtensions { ".app", ".appex",
     ".framework", ".kext", ".mdimporter", ".mpkg", ".photoslibrary", ".pkg", ".plugin", ".prefPane",
     ".qlgenerator", ".saver", ".wdgt", ".xcodeproj", ".xpc" };
 
-std::string lowerAscii(std::string_view text)
-{
-    std::string lower(text);
-    for (auto& character : lower) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return lower;
-}
-
 // The path with "." and ".." resolved and no trailing separator, so that one bundle reached by two
 // spellings counts once.
 std::filesystem::path standardised(const std::filesystem::path& path)
@@ -131,7 +121,7 @@ std::optional<InstalledBundle> AppInventory::read(const std::filesystem::path& b
     InstalledBundle result;
     result.url = bundle;
     result.bundleID = info->string("CFBundleIdentifier").value_or("");
-    if (result.bundleID.empty() || lowerAscii(result.bundleID).starts_with("com.quillmar."))
+    if (result.bundleID.empty() || asciiLower(result.bundleID).starts_with("com.quillmar."))
         return std::nullopt;
 
     for (auto key : { "CFBundleDisplayName", "CFBundleName" }) {

@@ -5,6 +5,7 @@
 #include <unicode/locid.h>
 
 #include "core/base/CivilDate.h"
+#include "core/base/Text.h"
 
 namespace quillmar {
 
@@ -73,11 +74,7 @@ bool isMacListing(const nlohmann::json& result)
     for (const auto& device : *devices) {
         if (!device.is_string())
             continue;
-        auto name = device.get<std::string>();
-        for (auto& character : name) {
-            if (character >= 'A' && character <= 'Z')
-                character = static_cast<char>(character - 'A' + 'a');
-        }
+        auto name = asciiLower(device.get<std::string>());
         if (name.starts_with("macdesktop"))
             return true;
     }
@@ -125,9 +122,8 @@ std::string AppStoreLookup::country(std::string_view localeName)
     if (region.size() != 2)
         return "us";
     for (auto& character : region) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        else if (character < 'a' || character > 'z')
+        character = asciiLower(character);
+        if (character < 'a' || character > 'z')
             return "us";
     }
     return region;

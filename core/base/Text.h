@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace quillmar {
@@ -20,6 +22,52 @@ constexpr int hexDigitValue(char character)
     if (character >= 'A' && character <= 'F')
         return character - 'A' + 10;
     return -1;
+}
+
+// ASCII case mapping: only A-Z and a-z change; every other byte, UTF-8 included, stays as it is, whatever
+// the process locale.
+constexpr char asciiLower(char character)
+{
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+constexpr char asciiUpper(char character)
+{
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
+
+inline std::string asciiLower(std::string_view text)
+{
+    std::string result(text);
+    for (auto& character : result)
+        character = asciiLower(character);
+    return result;
+}
+
+inline std::string asciiUpper(std::string_view text)
+{
+    std::string result(text);
+    for (auto& character : result)
+        character = asciiUpper(character);
+    return result;
+}
+
+// Whether `a` and `b` are the same text when ASCII letters are compared without case.
+constexpr bool equalsIgnoringAsciiCase(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t index = 0; index < a.size(); ++index) {
+        if (asciiLower(a[index]) != asciiLower(b[index]))
+            return false;
+    }
+    return true;
+}
+
+// Whether `text` begins with `prefix`, ASCII letters compared without case.
+constexpr bool startsWithIgnoringAsciiCase(std::string_view text, std::string_view prefix)
+{
+    return text.size() >= prefix.size() && equalsIgnoringAsciiCase(text.substr(0, prefix.size()), prefix);
 }
 
 // `text` without ASCII white space at either end.

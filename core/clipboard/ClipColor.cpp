@@ -144,20 +144,6 @@ std::optional<ClipColor> fromHsl(const std::vector<Number>& numbers)
     return ClipColor { red + match, green + match, blue + match, *alpha };
 }
 
-bool startsWithNoCase(std::string_view text, std::string_view prefix)
-{
-    if (text.size() < prefix.size())
-        return false;
-    for (std::size_t index = 0; index < prefix.size(); ++index) {
-        char character = text[index];
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        if (character != prefix[index])
-            return false;
-    }
-    return true;
-}
-
 } // namespace
 
 std::string ClipColor::hex() const
@@ -177,7 +163,7 @@ std::optional<ClipColor> ClipColor::parse(std::string_view text)
         return parseHex(text.substr(1));
 
     for (std::string_view name : { "rgba", "rgb", "hsla", "hsl" }) {
-        if (!startsWithNoCase(text, name))
+        if (!startsWithIgnoringAsciiCase(text, name))
             continue;
         auto rest = trimmed(text.substr(name.size()));
         if (rest.size() < 2 || rest.front() != '(' || rest.back() != ')')

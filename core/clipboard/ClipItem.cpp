@@ -1,27 +1,27 @@
 #include "core/clipboard/ClipItem.h"
 
-#include <array>
 #include <cmath>
-#include <utility>
+
+#include "core/base/RawValueTable.h"
 
 namespace quillmar {
 
 namespace {
 
-constexpr std::array<std::pair<ClipKind, std::string_view>, 4> kindNames { {
+constexpr auto kindNames = rawValueTable<ClipKind>({
     { ClipKind::text, "text" },
     { ClipKind::link, "link" },
     { ClipKind::image, "image" },
     { ClipKind::files, "files" },
-} };
+});
 
-constexpr std::array<std::pair<ClipCategory, std::string_view>, 5> categoryNames { {
+constexpr auto categoryNames = rawValueTable<ClipCategory>({
     { ClipCategory::all, "all" },
     { ClipCategory::links, "links" },
     { ClipCategory::images, "images" },
     { ClipCategory::files, "files" },
     { ClipCategory::colors, "colors" },
-} };
+});
 
 std::optional<std::string> optionalString(const nlohmann::json& json, const char* key)
 {
@@ -58,38 +58,22 @@ std::optional<WallTime> dateFromSeconds(const nlohmann::json& value)
 
 std::string_view rawValue(ClipKind kind)
 {
-    for (const auto& [value, name] : kindNames) {
-        if (value == kind)
-            return name;
-    }
-    return "text";
+    return kindNames.rawValue(kind);
 }
 
 std::optional<ClipKind> clipKindFromRawValue(std::string_view raw)
 {
-    for (const auto& [value, name] : kindNames) {
-        if (name == raw)
-            return value;
-    }
-    return std::nullopt;
+    return kindNames.fromRawValue(raw);
 }
 
 std::string_view rawValue(ClipCategory category)
 {
-    for (const auto& [value, name] : categoryNames) {
-        if (value == category)
-            return name;
-    }
-    return "all";
+    return categoryNames.rawValue(category);
 }
 
 std::optional<ClipCategory> clipCategoryFromRawValue(std::string_view raw)
 {
-    for (const auto& [value, name] : categoryNames) {
-        if (name == raw)
-            return value;
-    }
-    return std::nullopt;
+    return categoryNames.fromRawValue(raw);
 }
 
 WallTime historyDate(WallTime time)

@@ -9,12 +9,12 @@
 #include "core/base/Diagnostics.h"
 #include "core/base/Files.h"
 #include "core/base/Text.h"
+#include "core/base/UtcStamp.h"
 #include "core/clipboard/ClipHistoryFile.h"
 #include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ImageHash.h"
 #include "core/clipboard/LinkCleaner.h"
 #include "core/clipboard/WebLink.h"
-#include "core/clipboard/UtcStamp.h"
 #include "core/clipboard/Uuid.h"
 #include "core/eventtap/InputEvent.h"
 

@@ -2,14 +2,9 @@
 
 #include <cstdint>
 
-namespace quillmar {
+#include "core/eventtap/KeyCodes.h"
 
-// Virtual key codes the clipboard and snippets post.
-namespace KeyCode {
-inline constexpr std::uint32_t v = 9;
-inline constexpr std::uint32_t deleteBackward = 51;
-inline constexpr std::uint32_t leftArrow = 123;
-} // namespace KeyCode
+namespace quillmar {
 
 // Synthetic key presses into the front application. Main thread only.
 class Keystrokes {

@@ -43,9 +43,7 @@ std::string normalisedName(std::string_view name)
         } else if (character == '+') {
             character = ' ';
         }
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        result += character;
+        result += asciiLower(character);
     }
     return result;
 }

@@ -1,22 +1,10 @@
 #include "core/clipboard/WebLink.h"
 
-#include <algorithm>
+#include "core/base/Text.h"
 
 namespace quillmar {
 
 namespace {
-
-char lower(char character)
-{
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-std::string lowered(std::string_view text)
-{
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
-}
 
 } // namespace
 
@@ -31,7 +19,7 @@ std::optional<WebLink> WebLink::parse(std::string_view text)
     if (colon == std::string_view::npos)
         return std::nullopt;
     WebLink url;
-    url.scheme = lowered(text.substr(0, colon));
+    url.scheme = asciiLower(text.substr(0, colon));
     if (url.scheme != "http" && url.scheme != "https")
         return std::nullopt;
     auto rest = text.substr(colon + 3);
@@ -53,7 +41,7 @@ std::optional<WebLink> WebLink::parse(std::string_view text)
     }
     if (host.empty())
         return std::nullopt;
-    url.host = lowered(host);
+    url.host = asciiLower(host);
 
     if (auto hash = rest.find('#'); hash != std::string_view::npos) {
         url.fragment = std::string(rest.substr(hash + 1));

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "core/base/FourCharCode.h"
+#include "core/eventtap/KeyCodes.h"
 
 namespace quillmar {
 
@@ -24,16 +25,6 @@ inline constexpr std::uint32_t otherMouseDown = 25;
 inline constexpr std::uint32_t otherMouseUp = 26;
 inline constexpr std::uint32_t otherMouseDragged = 27;
 } // namespace EventType
-
-// The system's modifier bits in InputEvent::flags.
-namespace EventFlags {
-inline constexpr std::uint64_t capsLock = 0x10000;
-inline constexpr std::uint64_t shift = 0x20000;
-inline constexpr std::uint64_t control = 0x40000;
-inline constexpr std::uint64_t option = 0x80000;
-inline constexpr std::uint64_t command = 0x100000;
-inline constexpr std::uint64_t function = 0x800000;
-} // namespace EventFlags
 
 // The event-source user data this application stamps on the events it posts, so that its own tap lets
 // them through instead of feeding them back to the features that caused them.

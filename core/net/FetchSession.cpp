@@ -6,6 +6,7 @@
 
 #include <fmt/format.h>
 
+#include "core/base/Text.h"
 #include "core/net/CurlEasy.h"
 
 namespace quillmar {
@@ -20,20 +21,6 @@ struct TransferState {
     bool tooLarge = false;
     bool stoppedAfterHeaders = false;
 };
-
-bool startsWithIgnoringCase(std::string_view text, std::string_view prefix)
-{
-    if (text.size() < prefix.size())
-        return false;
-    for (std::size_t index = 0; index < prefix.size(); ++index) {
-        char character = text[index];
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        if (character != prefix[index])
-            return false;
-    }
-    return true;
-}
 
 std::string_view trimmed(std::string_view text)
 {
@@ -52,11 +39,11 @@ std::size_t onHeader(char* data, std::size_t size, std::size_t count, void* cont
     auto& state = *static_cast<TransferState*>(context);
     std::size_t length = size * count;
     std::string_view line(data, length);
-    if (startsWithIgnoringCase(line, "http/")) {
+    if (startsWithIgnoringAsciiCase(line, "http/")) {
         state.response.location.reset(); // a new response (after an interim 1xx) starts afresh
         return length;
     }
-    if (startsWithIgnoringCase(line, "location:")) {
+    if (startsWithIgnoringAsciiCase(line, "location:")) {
         state.response.location = std::string(trimmed(line.substr(9)));
         return length;
     }
@@ -104,8 +91,7 @@ std::string transportSentence(CURLcode code, const char* detail)
         text.pop_back();
     if (text.empty())
         text = "The transfer failed";
-    if (text.front() >= 'a' && text.front() <= 'z')
-        text.front() = static_cast<char>(text.front() - 'a' + 'A');
+    text.front() = asciiUpper(text.front());
     if (text.back() != '.')
         text += '.';
     return text;

@@ -1,5 +1,6 @@
 #include "core/net/SafeFetcher.h"
 
+#include "core/base/Text.h"
 #include "core/net/FetchSession.h"
 #include "core/runtime/ParallelFor.h"
 
@@ -11,15 +12,6 @@
 namespace quillmar {
 
 namespace {
-
-std::string lowerAscii(std::string text)
-{
-    for (auto& character : text) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return text;
-}
 
 bool endsWith(std::string_view text, std::string_view suffix)
 {
@@ -134,11 +126,11 @@ bool SafeFetcher::isAllowed(std::string_view url)
 
 bool SafeFetcher::isAllowed(const Url& url)
 {
-    if (lowerAscii(url.scheme()) != "https")
+    if (asciiLower(url.scheme()) != "https")
         return false;
     if (url.user() || url.password() || url.fragment())
         return false;
-    auto host = lowerAscii(url.host());
+    auto host = asciiLower(url.host());
     if (host.empty())
         return false;
     if (host == "localhost" || endsWith(host, ".local") || endsWith(host, ".localhost"))

@@ -5,6 +5,8 @@
 
 #include <curl/curl.h>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
@@ -30,15 +32,6 @@ std::optional<std::string> terminated(std::string_view text)
     if (text.find('\0') != std::string_view::npos)
         return std::nullopt;
     return std::string(text);
-}
-
-std::string lowerAscii(std::string text)
-{
-    for (auto& character : text) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return text;
 }
 
 bool isAsciiLetter(char character)
@@ -135,12 +128,12 @@ std::optional<Url> Url::parse(std::string_view text)
     auto curlScheme = component(handle.get(), CURLUPART_SCHEME);
     if (!curlScheme)
         return std::nullopt;
-    url.m_scheme = lowerAscii(std::move(*curlScheme));
-    url.m_host = lowerAscii(component(handle.get(), CURLUPART_HOST).value_or(""));
+    url.m_scheme = asciiLower(*curlScheme);
+    url.m_host = asciiLower(component(handle.get(), CURLUPART_HOST).value_or(""));
     // libcurl decodes a percent-encoded host, reads "77552" or "0x7f.1" as an IPv4 address and takes a host
     // from the path when the authority is empty. Each would make the URL name a host its text does not, and
     // its normalised text parse to yet another: only a host kept as written is accepted.
-    if (url.m_host != lowerAscii(std::string(authority->host)))
+    if (url.m_host != asciiLower(std::string(authority->host)))
         return std::nullopt;
     url.m_user = component(handle.get(), CURLUPART_USER);
     url.m_password = component(handle.get(), CURLUPART_PASSWORD);

@@ -1,10 +1,10 @@
 #include "core/settings/JsonFileSettingsBackend.h"
 
-#include <fmt/chrono.h>
 #include <fmt/format.h>
 
 #include "core/base/Diagnostics.h"
 #include "core/base/Files.h"
+#include "core/base/UtcStamp.h"
 
 namespace quillmar {
 
@@ -34,8 +34,7 @@ Result<nlohmann::json> JsonFileSettingsBackend::load()
     if (values)
         return values;
 
-    auto stamp = fmt::format("{:%Y%m%dT%H%M%SZ}", std::chrono::time_point_cast<std::chrono::seconds>(m_clock.now()));
-    QUILLMAR_TRY_ASSIGN(auto keptAt, moveAside(m_path, stamp));
+    QUILLMAR_TRY_ASSIGN(auto keptAt, moveAside(m_path, utcStamp(m_clock.now())));
     diagnostic("settings: {} ({}); kept it as {} and started from the defaults", m_path.string(),
         values.error().message, keptAt.filename().string());
     return Error { "settings.setAside", values.error().message, keptAt.string() };

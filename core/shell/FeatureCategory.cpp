@@ -1,27 +1,32 @@
 #include "core/shell/FeatureCategory.h"
 
+#include "core/base/RawValueTable.h"
 #include "core/shell/FeatureID.h"
 
 namespace quillmar {
 
 namespace {
-constexpr std::array<std::string_view, allFeatureCategories.size()> categoryRawValues {
-    "monitor", "everyday", "capture", "sound", "windows", "clipboard", "input", "display", "apps",
-};
+constexpr auto categoryRawValues = rawValueTable<FeatureCategory>({
+    { FeatureCategory::monitor, "monitor" },
+    { FeatureCategory::everyday, "everyday" },
+    { FeatureCategory::capture, "capture" },
+    { FeatureCategory::sound, "sound" },
+    { FeatureCategory::windows, "windows" },
+    { FeatureCategory::clipboard, "clipboard" },
+    { FeatureCategory::input, "input" },
+    { FeatureCategory::display, "display" },
+    { FeatureCategory::apps, "apps" },
+});
 }
 
 std::string_view rawValue(FeatureCategory category)
 {
-    return categoryRawValues[static_cast<std::size_t>(category)];
+    return categoryRawValues.rawValue(category);
 }
 
 std::optional<FeatureCategory> featureCategoryFromRawValue(std::string_view raw)
 {
-    for (auto category : allFeatureCategories) {
-        if (rawValue(category) == raw)
-            return category;
-    }
-    return std::nullopt;
+    return categoryRawValues.fromRawValue(raw);
 }
 
 std::vector<FeatureID> features(FeatureCategory category)

@@ -7,9 +7,9 @@
 
 #include "core/base/Diagnostics.h"
 #include "core/base/Files.h"
+#include "core/base/UtcStamp.h"
 #include "core/base/Utf8.h"
 #include "core/clipboard/PasteboardSnapshot.h"
-#include "core/clipboard/UtcStamp.h"
 #include "core/clipboard/Uuid.h"
 #include "core/snippets/Graphemes.h"
 #include "core/snippets/SnippetVariables.h"

@@ -6,16 +6,22 @@
 #include <string>
 #include <string_view>
 
+#include "core/eventtap/KeyCodes.h"
+
 namespace quillmar {
 
 // The characters typed lately, for trigger matching. Characters are code points.
 class TypedKeyBuffer final {
 public:
     static constexpr std::size_t capacity = 64;
-    static constexpr std::uint32_t deleteKeyCode = 51;
+    static constexpr std::uint32_t deleteKeyCode = KeyCode::deleteBackward;
     // Keys after which the caret may be somewhere else, or the text field left: Return, Enter, Tab,
     // Escape, the four arrows, Home, End, Page Up, Page Down and Forward Delete.
-    static constexpr std::array<std::uint32_t, 13> resetKeyCodes { 36, 76, 48, 53, 123, 124, 125, 126, 115, 119, 116, 121, 117 };
+    static constexpr std::array<std::uint32_t, 13> resetKeyCodes {
+        KeyCode::returnKey, KeyCode::keypadEnter, KeyCode::tab, KeyCode::escape, KeyCode::leftArrow,
+        KeyCode::rightArrow, KeyCode::downArrow, KeyCode::upArrow, KeyCode::home, KeyCode::end, KeyCode::pageUp,
+        KeyCode::pageDown, KeyCode::deleteForward,
+    };
 
     enum class Change { none, reset, removed, appended };
 

@@ -3,26 +3,12 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
+#include "core/eventtap/KeyCodes.h"
 #include "core/switcher/SwitcherLogic.h"
 
 namespace quillmar {
 
 namespace {
-
-// Virtual key codes the switcher reacts to.
-namespace Key {
-constexpr std::uint32_t returnKey = 36;
-constexpr std::uint32_t tab = 48;
-constexpr std::uint32_t grave = 50;
-constexpr std::uint32_t deleteBackward = 51;
-constexpr std::uint32_t escape = 53;
-constexpr std::uint32_t keypadEnter = 76;
-constexpr std::uint32_t deleteForward = 117;
-constexpr std::uint32_t leftArrow = 123;
-constexpr std::uint32_t rightArrow = 124;
-constexpr std::uint32_t downArrow = 125;
-constexpr std::uint32_t upArrow = 126;
-} // namespace Key
 
 constexpr std::uint64_t chordModifiers = EventFlags::option | EventFlags::command | EventFlags::control;
 
@@ -157,12 +143,12 @@ TapVerdict SwitcherController::handle(const SwitcherKeyEvent& event)
         return TapVerdict::pass;
     }
 
-    if (event.keyCode != Key::tab || (event.flags & chordModifiers) != triggerFlag(m_trigger))
+    if (event.keyCode != KeyCode::tab || (event.flags & chordModifiers) != triggerFlag(m_trigger))
         return TapVerdict::pass;
     // Claimed now, so that the next events are read as this session's even before `begin` has run.
     m_active = true;
     bool reverse = (event.flags & EventFlags::shift) != 0;
-    forward([this, reverse] { begin(reverse, false); });
+    forward([this, reverse] { begin({ .reverse = reverse, .pinned = false }); });
     return TapVerdict::swallow;
 }
 
@@ -172,11 +158,12 @@ void SwitcherController::openPinned()
     if (m_active)
         return;
     m_active = true;
-    begin(false, true);
+    begin({ .reverse = false, .pinned = true });
 }
 
-void SwitcherController::begin(bool reverse, bool pinned)
+void SwitcherController::begin(Start start)
 {
+    auto [reverse, pinned] = start;
     if (!m_active)
         return; // cancelled before it began
     ++m_token;
@@ -197,8 +184,8 @@ void SwitcherController::begin(bool reverse, bool pinned)
 
     // The catalogue is read afresh on the main thread: the panel must show the windows as they are now.
     m_apps = m_ports.catalog.runningApps();
-    WindowCatalogOptions catalogOptions { m_sessionOptions.minimizedWindows,
-        m_sessionOptions.spaces == SwitcherSpaces::all };
+    WindowCatalogOptions catalogOptions { .includeMinimized = m_sessionOptions.minimizedWindows,
+        .includeOtherSpaces = m_sessionOptions.spaces == SwitcherSpaces::all };
     auto windows = m_ports.catalog.windows(m_apps, catalogOptions);
     m_entries.clear();
     for (const auto& window : windows)
@@ -287,11 +274,11 @@ void SwitcherController::key(const SwitcherKeyEvent& event)
         return;
     bool shift = (event.flags & EventFlags::shift) != 0;
     switch (event.keyCode) {
-    case Key::returnKey:
-    case Key::keypadEnter:
+    case KeyCode::returnKey:
+    case KeyCode::keypadEnter:
         commit();
         return;
-    case Key::tab: {
+    case KeyCode::tab: {
         if (shift && !event.isAutorepeat && m_lastShiftStep
             && m_runtime.clock().uptime() - *m_lastShiftStep <= shiftTabWindow) {
             m_lastShiftStep.reset(); // the Tab of the chord whose Shift already stepped back
@@ -300,31 +287,31 @@ void SwitcherController::key(const SwitcherKeyEvent& event)
         move(shift ? -1 : 1, /*wrap=*/!event.isAutorepeat);
         return;
     }
-    case Key::deleteBackward:
-    case Key::deleteForward:
+    case KeyCode::deleteBackward:
+    case KeyCode::deleteForward:
         if (m_model.dropLastQueryCharacter())
             m_model.refilter();
         return;
-    case Key::escape:
+    case KeyCode::escape:
         if (m_model.clearQuery())
             m_model.refilter();
         else
             end();
         return;
-    case Key::leftArrow:
+    case KeyCode::leftArrow:
         move(-1, /*wrap=*/false);
         return;
-    case Key::rightArrow:
+    case KeyCode::rightArrow:
         move(1, /*wrap=*/false);
         return;
-    case Key::downArrow:
-    case Key::upArrow:
+    case KeyCode::downArrow:
+    case KeyCode::upArrow:
         if (m_shown) {
             if (auto index = m_model.selectedIndex())
-                setCurrentIndex(SwitcherLogic::jumpGroup(*index, m_model.groups(), event.keyCode == Key::downArrow));
+                setCurrentIndex(SwitcherLogic::jumpGroup(*index, m_model.groups(), event.keyCode == KeyCode::downArrow));
         }
         return;
-    case Key::grave:
+    case KeyCode::grave:
         if (auto index = currentIndex())
             setCurrentIndex(SwitcherLogic::nextInGroup(*index, m_model.groups()));
         return;
@@ -498,7 +485,7 @@ void SwitcherController::verifyClose(std::uint32_t windowNumber, std::uint64_t t
     auto id = SwitcherItem { windowNumber, entry->second.pid, {}, {} }.id();
     bool stillThere = false;
     if (auto app = appOf(entry->second.pid)) {
-        WindowCatalogOptions everywhere { true, true };
+        WindowCatalogOptions everywhere { .includeMinimized = true, .includeOtherSpaces = true };
         auto windows = m_ports.catalog.windows({ *app }, everywhere);
         stillThere = std::any_of(windows.begin(), windows.end(),
             [&](const WindowEntry& window) { return window.windowNumber == windowNumber; });

@@ -113,7 +113,13 @@ private:
     void forward(std::function<void()> work);
     bool triggerHeld(std::uint64_t flags) const;
 
-    void begin(bool reverse, bool pinned);
+    // How a session starts: `reverse` selects backwards (Shift was held), `pinned` keeps the panel open
+    // without a held trigger.
+    struct Start {
+        bool reverse = false;
+        bool pinned = false;
+    };
+    void begin(Start start);
     void presentAfterDelay(std::uint64_t token);
     void present();
     void key(const SwitcherKeyEvent& event);

@@ -36,16 +36,6 @@ bool isKept(const WindowEntry& window, const SwitcherOptions& options, const std
     return true;
 }
 
-std::string lowercasedAscii(std::string_view text)
-{
-    std::string result(text);
-    for (auto& character : result) {
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-    }
-    return result;
-}
-
 bool isAscii(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -119,8 +109,8 @@ std::vector<SwitcherGroup> groups(const std::vector<AppSnapshot>& apps, const st
             return knownA;
         if (knownA)
             return rankA->second < rankB->second;
-        auto nameA = lowercasedAscii(a->name);
-        auto nameB = lowercasedAscii(b->name);
+        auto nameA = asciiLower(a->name);
+        auto nameB = asciiLower(b->name);
         if (nameA != nameB)
             return nameA < nameB;
         return a->pid < b->pid;
@@ -197,7 +187,7 @@ std::string foldedForFilter(std::string_view text)
         if (spacePending && !result.empty())
             result += ' ';
         spacePending = false;
-        result += character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+        result += asciiLower(character);
     }
     return result;
 }

@@ -1,19 +1,18 @@
 #include "core/switcher/SystemSwitcherTakeover.h"
 
 #include "core/base/Diagnostics.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/eventtap/KeyCodes.h"
 
 namespace quillmar {
 
 namespace {
 
-constexpr std::uint32_t tabKey = 48;
 constexpr std::uint64_t shortcutModifiers = EventFlags::shift | EventFlags::control | EventFlags::option
     | EventFlags::command;
 
 bool isCommandTab(const SymbolicHotKeys::Value& value)
 {
-    return value.keyCode == tabKey && (value.flags & shortcutModifiers) == EventFlags::command;
+    return value.keyCode == KeyCode::tab && (value.flags & shortcutModifiers) == EventFlags::command;
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "core/uninstaller/ProtectedIdentifiers.h"
 
+#include "core/base/Text.h"
+
 #include <algorithm>
 
 namespace quillmar::ProtectedIdentifiers {
@@ -13,16 +15,7 @@ bool isProtected(std::string_view identifier)
 bool isOwn(std::string_view identifier)
 {
     constexpr std::string_view ownPrefix = "com.quillmar.";
-    if (identifier.size() < ownPrefix.size())
-        return false;
-    for (std::size_t index = 0; index < ownPrefix.size(); ++index) {
-        char character = identifier[index];
-        if (character >= 'A' && character <= 'Z')
-            character = static_cast<char>(character - 'A' + 'a');
-        if (character != ownPrefix[index])
-            return false;
-    }
-    return true;
+    return startsWithIgnoringAsciiCase(identifier, ownPrefix);
 }
 
 } // namespace quillmar::ProtectedIdentifiers

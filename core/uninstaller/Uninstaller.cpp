@@ -282,12 +282,12 @@ void Uninstaller::toggle(const Leftover& leftover)
     changed();
 }
 
-void Uninstaller::setAll(bool exact, bool on)
+void Uninstaller::setAll(Match match, Tick tick)
 {
     m_runtime.mainQueue().assertMainThread(who);
     for (auto& leftover : m_leftovers) {
-        if (leftover.isExact == exact)
-            leftover.isSelected = on;
+        if (leftover.isExact == (match == Match::exact))
+            leftover.isSelected = tick == Tick::on;
     }
     changed();
 }

@@ -108,8 +108,11 @@ public:
     // Flips the tick of the leftover at the same location as `leftover`.
     void toggle(const Leftover& leftover);
 
-    // Ticks (`on`) or unticks every exact (`exact`) or every related leftover at once.
-    void setAll(bool exact, bool on);
+    enum class Match { exact, related };
+    enum class Tick { on, off };
+
+    // Ticks or unticks every exact or every related leftover at once.
+    void setAll(Match match, Tick tick);
 
     // Moves the ticked leftovers of the selected application, and the application itself when
     // `includingApp`, to the Trash in the background. Afterwards the moved leftovers leave the list, the

@@ -6,6 +6,8 @@
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 
+#include "core/base/Text.h"
+
 namespace quillmar {
 
 namespace {
@@ -129,8 +131,7 @@ std::string lowercasedText(std::string_view text)
             ascii = false;
             break;
         }
-        if (byte >= 'A' && byte <= 'Z')
-            byte = static_cast<char>(byte - 'A' + 'a');
+        byte = asciiLower(byte);
     }
     // Texts too long for ICU's 32-bit lengths keep their other characters as they are.
     if (ascii || text.size() > static_cast<std::size_t>(INT32_MAX))

@@ -1,30 +1,29 @@
 #include "core/windows/DragChord.h"
 
-#include <array>
-
+#include "core/base/RawValueTable.h"
 #include "core/eventtap/InputEvent.h"
 
 namespace quillmar {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> raws { "controlOption", "controlCommand", "optionCommand",
-    "controlOptionCommand" };
+constexpr auto raws = rawValueTable<DragChord>({
+    { DragChord::controlOption, "controlOption" },
+    { DragChord::controlCommand, "controlCommand" },
+    { DragChord::optionCommand, "optionCommand" },
+    { DragChord::controlOptionCommand, "controlOptionCommand" },
+});
 
 } // namespace
 
 std::string_view rawValue(DragChord chord)
 {
-    return raws[static_cast<std::size_t>(chord)];
+    return raws.rawValue(chord);
 }
 
 std::optional<DragChord> dragChordFromRawValue(std::string_view raw)
 {
-    for (std::size_t i = 0; i < raws.size(); ++i) {
-        if (raws[i] == raw)
-            return static_cast<DragChord>(i);
-    }
-    return std::nullopt;
+    return raws.fromRawValue(raw);
 }
 
 std::uint64_t modifierFlags(DragChord chord)

@@ -3,6 +3,8 @@
 #include <cmath>
 #include <vector>
 
+#include "core/base/RawValueTable.h"
+
 namespace quillmar {
 
 static_assert(sizeof(SnapZones::Config) == 4);
@@ -96,40 +98,40 @@ std::optional<SnapZones::Zone> SnapZones::zone(Point p, std::span<const ScreenIn
     return std::nullopt;
 }
 
+namespace {
+
+// The first rows are what a value outside the enum reads as.
+constexpr auto topEdges = rawValueTable<SnapZones::TopEdge>({
+    { SnapZones::TopEdge::maximize, "maximize" },
+    { SnapZones::TopEdge::thirds, "thirds" },
+});
+
+constexpr auto bottomEdges = rawValueTable<SnapZones::BottomEdge>({
+    { SnapZones::BottomEdge::off, "off" },
+    { SnapZones::BottomEdge::bottomHalf, "bottomHalf" },
+    { SnapZones::BottomEdge::thirds, "thirds" },
+});
+
+} // namespace
+
 std::string_view rawValue(SnapZones::TopEdge edge)
 {
-    return edge == SnapZones::TopEdge::thirds ? "thirds" : "maximize";
+    return topEdges.rawValue(edge);
 }
 
 std::string_view rawValue(SnapZones::BottomEdge edge)
 {
-    switch (edge) {
-    case SnapZones::BottomEdge::off:
-        return "off";
-    case SnapZones::BottomEdge::bottomHalf:
-        return "bottomHalf";
-    case SnapZones::BottomEdge::thirds:
-        return "thirds";
-    }
-    return "off";
+    return bottomEdges.rawValue(edge);
 }
 
 std::optional<SnapZones::TopEdge> topEdgeFromRawValue(std::string_view raw)
 {
-    if (raw == "maximize")
-        return SnapZones::TopEdge::maximize;
-    if (raw == "thirds")
-        return SnapZones::TopEdge::thirds;
-    return std::nullopt;
+    return topEdges.fromRawValue(raw);
 }
 
 std::optional<SnapZones::BottomEdge> bottomEdgeFromRawValue(std::string_view raw)
 {
-    for (auto edge : { SnapZones::BottomEdge::off, SnapZones::BottomEdge::bottomHalf, SnapZones::BottomEdge::thirds }) {
-        if (rawValue(edge) == raw)
-            return edge;
-    }
-    return std::nullopt;
+    return bottomEdges.fromRawValue(raw);
 }
 
 } // namespace quillmar

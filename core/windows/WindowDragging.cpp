@@ -87,11 +87,11 @@ std::vector<ScreenInfo> WindowDragging::screens() const
     return m_ports.screens.screens();
 }
 
-void WindowDragging::configure(bool snap, bool chordDrags)
+void WindowDragging::configure(Modes modes)
 {
-    m_snapOn = snap;
-    m_chordOn = chordDrags;
-    if (!snap && !chordDrags) {
+    m_snapOn = modes.snap;
+    m_chordOn = modes.chordDrags;
+    if (!m_snapOn && !m_chordOn) {
         if (m_registered)
             m_tap.unregister(registrationName);
         m_registered = false;
@@ -106,11 +106,11 @@ void WindowDragging::configure(bool snap, bool chordDrags)
     m_topDragOpensMissionControl = !dock || *dock != 0;
 
     std::vector<std::uint32_t> types { EventType::leftMouseDown, EventType::leftMouseUp, EventType::leftMouseDragged };
-    if (chordDrags) {
+    if (m_chordOn) {
         types.insert(types.end(),
             { EventType::rightMouseDown, EventType::rightMouseUp, EventType::rightMouseDragged });
     }
-    m_listenOnly = !chordDrags;
+    m_listenOnly = !m_chordOn;
     m_tap.registerHandler(registrationName, std::move(types), m_listenOnly ? ListenOnly::yes : ListenOnly::no,
         [this](const InputEvent& event) { return handle(event); });
     m_registered = true;

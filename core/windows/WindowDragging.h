@@ -110,7 +110,11 @@ public:
     // Registers "windows.drag" for what is on: title-bar snapping only observes the left button's events
     // (listen-only); chord drags must swallow events, so they make the registration a filter over both
     // buttons. Both off removes the registration and hides the overlay. Reads the Dock's top-drag preference.
-    void configure(bool snap, bool chordDrags);
+    struct Modes {
+        bool snap = false; // title-bar snapping
+        bool chordDrags = false; // moving and resizing with the modifier chord held
+    };
+    void configure(Modes modes);
 
     // The tap's handler: the event to let on (possibly with its location clamped), or none to swallow it.
     std::optional<InputEvent> handle(const InputEvent& event);

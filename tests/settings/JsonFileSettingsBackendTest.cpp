@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <ctime>
 #include <fstream>
 
 #include "core/base/Files.h"
@@ -93,6 +95,30 @@ TEST(JsonFileSettingsBackend, UnreadableFileIsKeptAsideAndNeverOverwritten)
     auto kept = readFile(folder.path() / "settings.json.unreadable-20261122T100000Z");
     ASSERT_TRUE(kept && *kept);
     EXPECT_EQ(**kept, "{ \"features.disabled\": [\"clipboard\"");
+}
+
+TEST(JsonFileSettingsBackend, KeptAsideNameIsInUtcWhateverTheLocalZone)
+{
+    // A POSIX zone nine hours east of UTC, so that local midnight and UTC 10:00 differ in day and hour.
+    const char* previous = std::getenv("TZ");
+    std::string saved = previous ? previous : "";
+    setenv("TZ", "JST-9", 1);
+    tzset();
+    TemporaryFolder folder;
+    VirtualRuntime runtime;
+    runtime.setWallTime(std::chrono::sys_days(std::chrono::year(2026) / 11 / 22) + std::chrono::hours(20));
+    auto path = folder.path() / "settings.json";
+    writeText(path, "[]");
+
+    auto loaded = JsonFileSettingsBackend(path, runtime.clock()).load();
+
+    if (previous)
+        setenv("TZ", saved.c_str(), 1);
+    else
+        unsetenv("TZ");
+    tzset();
+    ASSERT_FALSE(loaded);
+    EXPECT_EQ(std::filesystem::path(loaded.error().context).filename(), "settings.json.unreadable-20261122T200000Z");
 }
 
 TEST(JsonFileSettingsBackend, SecondUnreadableFileInTheSameSecondKeepsTheFirstCopy)

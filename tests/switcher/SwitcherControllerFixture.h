@@ -20,21 +20,6 @@
 
 namespace quillmar {
 
-namespace Keys {
-inline constexpr std::uint32_t a = 0;
-inline constexpr std::uint32_t q = 12;
-inline constexpr std::uint32_t w = 13;
-inline constexpr std::uint32_t returnKey = 36;
-inline constexpr std::uint32_t tab = 48;
-inline constexpr std::uint32_t grave = 50;
-inline constexpr std::uint32_t deleteBackward = 51;
-inline constexpr std::uint32_t escape = 53;
-inline constexpr std::uint32_t left = 123;
-inline constexpr std::uint32_t right = 124;
-inline constexpr std::uint32_t down = 125;
-inline constexpr std::uint32_t up = 126;
-} // namespace Keys
-
 inline constexpr std::uint64_t option = EventFlags::option;
 inline constexpr std::uint64_t command = EventFlags::command;
 inline constexpr std::uint64_t shift = EventFlags::shift;
@@ -103,7 +88,7 @@ protected:
     // Option-Tab, then the panel's delay.
     void openPanel(std::uint64_t trigger = option)
     {
-        keyDown(Keys::tab, trigger);
+        keyDown(KeyCode::tab, trigger);
         advance(0.1);
         ASSERT_TRUE(controller->isShown());
     }

@@ -22,14 +22,14 @@ TEST_F(SwitcherControllerTest, EnablingRegistersWithTheTapAndClaimsRecency)
     controller->setEnabled(false);
     EXPECT_FALSE(tap.isRegistered("windows.switcher"));
     EXPECT_THAT(recency.claims, IsEmpty());
-    EXPECT_FALSE(keyDown(Keys::tab, option)) << "a disabled switcher lets Option-Tab through";
+    EXPECT_FALSE(keyDown(KeyCode::tab, option)) << "a disabled switcher lets Option-Tab through";
 }
 
 TEST_F(SwitcherControllerTest, QuickTriggerTabReleaseSwitchesToThePreviousAppWithoutThePanel)
 {
     start();
-    EXPECT_TRUE(keyDown(Keys::tab, option));
-    EXPECT_TRUE(keyUp(Keys::tab, option)) << "the Tab's key-up belongs to the switch";
+    EXPECT_TRUE(keyDown(KeyCode::tab, option));
+    EXPECT_TRUE(keyUp(KeyCode::tab, option)) << "the Tab's key-up belongs to the switch";
     advance(0.05);
     EXPECT_FALSE(flags(0)) << "flags changes always go on";
     EXPECT_THAT(actions.calls, ElementsAre("focus 21"));
@@ -42,8 +42,8 @@ TEST_F(SwitcherControllerTest, QuickTriggerTabReleaseSwitchesToThePreviousAppWit
 TEST_F(SwitcherControllerTest, StepsBeforeThePanelCountFromTheInitialSelection)
 {
     start();
-    keyDown(Keys::tab, option);
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
+    keyDown(KeyCode::tab, option);
     EXPECT_EQ(controller->pendingOffset(), 1);
     flags(0);
     EXPECT_THAT(actions.calls, ElementsAre("focus 31")) << "two steps on from the current window";
@@ -52,13 +52,13 @@ TEST_F(SwitcherControllerTest, StepsBeforeThePanelCountFromTheInitialSelection)
 TEST_F(SwitcherControllerTest, PendingStepsAreClamped)
 {
     start();
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
     for (int step = 0; step < 70; ++step)
-        controller->handle(SwitcherKeyEvent { EventType::keyDown, Keys::tab, option, false, {} });
+        controller->handle(SwitcherKeyEvent { EventType::keyDown, KeyCode::tab, option, false, {} });
     runtime.runUntilIdle();
     EXPECT_EQ(controller->pendingOffset(), 64);
     for (int step = 0; step < 200; ++step)
-        controller->handle(SwitcherKeyEvent { EventType::keyDown, Keys::tab, option | shift, false, {} });
+        controller->handle(SwitcherKeyEvent { EventType::keyDown, KeyCode::tab, option | shift, false, {} });
     runtime.runUntilIdle();
     EXPECT_EQ(controller->pendingOffset(), -64);
 }
@@ -69,7 +69,7 @@ TEST_F(SwitcherControllerTest, OnlyTheActiveAppSwitchesToItsSecondWindow)
     catalog.entries.resize(3); // Mail's two windows and Notes' window, whose app is gone
     recency.recent = { 1 };
     start();
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
     flags(0);
     EXPECT_THAT(actions.calls, ElementsAre("focus 12"));
 }
@@ -77,7 +77,7 @@ TEST_F(SwitcherControllerTest, OnlyTheActiveAppSwitchesToItsSecondWindow)
 TEST_F(SwitcherControllerTest, ShiftOptionTabStartsFromTheLastCard)
 {
     start();
-    keyDown(Keys::tab, option | shift);
+    keyDown(KeyCode::tab, option | shift);
     flags(0);
     EXPECT_THAT(actions.calls, ElementsAre("focus 32"));
 }
@@ -85,7 +85,7 @@ TEST_F(SwitcherControllerTest, ShiftOptionTabStartsFromTheLastCard)
 TEST_F(SwitcherControllerTest, PanelAppearsAfterTheDelayWithTheSelection)
 {
     start();
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
     advance(0.099);
     EXPECT_FALSE(controller->isShown());
     EXPECT_FALSE(controller->isReady());
@@ -101,12 +101,12 @@ TEST_F(SwitcherControllerTest, PanelAppearsAfterTheDelayWithTheSelection)
 TEST_F(SwitcherControllerTest, LateCallbackOfAnEndedSessionDoesNothing)
 {
     start();
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
     advance(0.05);
     flags(0);
     auto firstToken = controller->token();
     advance(0.01);
-    keyDown(Keys::tab, option); // a new session at 0.06 s, its panel due at 0.16 s
+    keyDown(KeyCode::tab, option); // a new session at 0.06 s, its panel due at 0.16 s
     EXPECT_NE(controller->token(), firstToken);
     advance(0.09); // past the first session's 0.1 s
     EXPECT_FALSE(controller->isShown());
@@ -136,10 +136,10 @@ TEST_F(SwitcherControllerTest, ShiftJustBeforeTabStepsBackOnce)
         flags(option | shift);
         EXPECT_EQ(selected(), 1u);
         advance(row.gap);
-        keyDown(Keys::tab, option | shift);
+        keyDown(KeyCode::tab, option | shift);
         EXPECT_EQ(selected(), row.expected);
         flags(option);
-        keyDown(Keys::escape, option);
+        keyDown(KeyCode::escape, option);
         EXPECT_FALSE(controller->isActive());
     }
 }
@@ -149,8 +149,8 @@ TEST_F(SwitcherControllerTest, OnlyTheFirstShiftTabIsTakenAsTheChord)
     start();
     openPanel();
     flags(option | shift);
-    keyDown(Keys::tab, option | shift);
-    keyDown(Keys::tab, option | shift);
+    keyDown(KeyCode::tab, option | shift);
+    keyDown(KeyCode::tab, option | shift);
     EXPECT_EQ(selected(), 0u);
 }
 
@@ -159,11 +159,11 @@ TEST_F(SwitcherControllerTest, AutorepeatedTabStopsAtTheLastCard)
     start();
     openPanel();
     for (int repeat = 0; repeat < 5; ++repeat)
-        repeatedKeyDown(Keys::tab, option);
+        repeatedKeyDown(KeyCode::tab, option);
     EXPECT_EQ(selected(), 4u);
-    keyDown(Keys::tab, option);
+    keyDown(KeyCode::tab, option);
     EXPECT_EQ(selected(), 0u) << "a fresh Tab wraps";
-    repeatedKeyDown(Keys::tab, option | shift);
+    repeatedKeyDown(KeyCode::tab, option | shift);
     EXPECT_EQ(selected(), 0u);
 }
 
@@ -176,14 +176,14 @@ struct KeyRow {
 TEST_F(SwitcherControllerTest, NavigationKeys)
 {
     const KeyRow rows[] = {
-        { "Right", { Keys::right }, 3 },
-        { "Left stops at the first card", { Keys::left, Keys::left, Keys::left }, 0 },
-        { "Right stops at the last card", { Keys::right, Keys::right, Keys::right }, 4 },
-        { "Down jumps to the next app", { Keys::down }, 3 },
-        { "Down on the last app stays", { Keys::down, Keys::down }, 3 },
-        { "Up on the first app stays", { Keys::up, Keys::up }, 0 },
-        { "grave goes round inside the app", { Keys::down, Keys::grave, Keys::grave }, 3 },
-        { "Tab wraps", { Keys::tab, Keys::tab, Keys::tab }, 0 },
+        { "Right", { KeyCode::rightArrow }, 3 },
+        { "Left stops at the first card", { KeyCode::leftArrow, KeyCode::leftArrow, KeyCode::leftArrow }, 0 },
+        { "Right stops at the last card", { KeyCode::rightArrow, KeyCode::rightArrow, KeyCode::rightArrow }, 4 },
+        { "Down jumps to the next app", { KeyCode::downArrow }, 3 },
+        { "Down on the last app stays", { KeyCode::downArrow, KeyCode::downArrow }, 3 },
+        { "Up on the first app stays", { KeyCode::upArrow, KeyCode::upArrow }, 0 },
+        { "grave goes round inside the app", { KeyCode::downArrow, KeyCode::grave, KeyCode::grave }, 3 },
+        { "Tab wraps", { KeyCode::tab, KeyCode::tab, KeyCode::tab }, 0 },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -193,15 +193,15 @@ TEST_F(SwitcherControllerTest, NavigationKeys)
         for (auto key : row.keys)
             EXPECT_TRUE(keyDown(key, option));
         EXPECT_EQ(selected(), row.expected);
-        keyDown(Keys::escape, option);
+        keyDown(KeyCode::escape, option);
     }
 }
 
 TEST_F(SwitcherControllerTest, DownBeforeThePanelDoesNothing)
 {
     start();
-    keyDown(Keys::tab, option);
-    keyDown(Keys::down, option);
+    keyDown(KeyCode::tab, option);
+    keyDown(KeyCode::downArrow, option);
     flags(0);
     EXPECT_THAT(actions.calls, ElementsAre("focus 21"));
 }
@@ -210,21 +210,21 @@ TEST_F(SwitcherControllerTest, TypingFiltersAndThe64thCharacterIsRefused)
 {
     start();
     openPanel();
-    EXPECT_TRUE(keyDown(Keys::a, option));
+    EXPECT_TRUE(keyDown(KeyCode::a, option));
     EXPECT_EQ(model.query(), "a") << "the layout is asked without Option, which would type a symbol";
     EXPECT_EQ(describe(model.groups()), "Mail*[w11 w12] Music[w31 w32]");
     for (int index = 1; index < 63; ++index)
-        keyDown(Keys::a, option);
+        keyDown(KeyCode::a, option);
     EXPECT_EQ(model.query().size(), 63u);
-    keyDown(Keys::a, option);
+    keyDown(KeyCode::a, option);
     EXPECT_EQ(model.query().size(), 63u);
     EXPECT_THAT(model.groups(), IsEmpty());
     EXPECT_EQ(selected(), std::nullopt);
-    keyDown(Keys::escape, option);
+    keyDown(KeyCode::escape, option);
     EXPECT_EQ(model.query(), "") << "Escape first clears the query";
     EXPECT_TRUE(controller->isActive());
     EXPECT_EQ(model.itemCount(), 5u);
-    keyDown(Keys::escape, option);
+    keyDown(KeyCode::escape, option);
     EXPECT_FALSE(controller->isActive());
     EXPECT_THAT(actions.calls, IsEmpty()) << "Escape cancels";
     EXPECT_EQ(panel.hides, 1);
@@ -234,10 +234,10 @@ TEST_F(SwitcherControllerTest, DeleteDropsTheLastCharacterAndRefilters)
 {
     start();
     openPanel();
-    keyDown(Keys::a, option); // "a": Mail's and Music's windows
-    keyDown(Keys::a, option); // "aa": nothing
+    keyDown(KeyCode::a, option); // "a": Mail's and Music's windows
+    keyDown(KeyCode::a, option); // "aa": nothing
     EXPECT_THAT(model.groups(), IsEmpty());
-    keyDown(Keys::deleteBackward, option);
+    keyDown(KeyCode::deleteBackward, option);
     EXPECT_EQ(model.query(), "a");
     EXPECT_FALSE(model.groups().empty());
     flags(0);
@@ -247,8 +247,8 @@ TEST_F(SwitcherControllerTest, DeleteDropsTheLastCharacterAndRefilters)
 TEST_F(SwitcherControllerTest, TypingBeforeThePanelIsIgnored)
 {
     start();
-    keyDown(Keys::tab, option);
-    keyDown(Keys::a, option);
+    keyDown(KeyCode::tab, option);
+    keyDown(KeyCode::a, option);
     EXPECT_EQ(model.query(), "");
 }
 
@@ -256,8 +256,8 @@ TEST_F(SwitcherControllerTest, ReturnAndClicksOnCardsCommit)
 {
     start();
     openPanel();
-    keyDown(Keys::right, option);
-    EXPECT_TRUE(keyDown(Keys::returnKey, option));
+    keyDown(KeyCode::rightArrow, option);
+    EXPECT_TRUE(keyDown(KeyCode::returnKey, option));
     EXPECT_THAT(actions.calls, ElementsAre("focus 31"));
     EXPECT_FALSE(flags(0)) << "the release after a commit is no second switch";
     EXPECT_EQ(actions.calls.size(), 1u);
@@ -274,7 +274,7 @@ TEST_F(SwitcherControllerTest, WindowlessCardActivatesTheApp)
     catalog.apps.push_back({ 4, "Books", "", false, false });
     recency.recent = { 1, 4 };
     start();
-    keyDown(Keys::tab, option | shift); // the last card: Books, ordered after the apps with windows
+    keyDown(KeyCode::tab, option | shift); // the last card: Books, ordered after the apps with windows
     flags(0);
     EXPECT_THAT(actions.calls, ElementsAre("activate 4"));
 }
@@ -297,9 +297,9 @@ TEST_F(SwitcherControllerTest, SuspensionEndsTheSessionAndPassesEverything)
     start();
     openPanel();
     suspended = true;
-    EXPECT_FALSE(keyDown(Keys::tab, option));
+    EXPECT_FALSE(keyDown(KeyCode::tab, option));
     EXPECT_FALSE(controller->isActive());
-    EXPECT_FALSE(keyUp(Keys::tab, option));
+    EXPECT_FALSE(keyUp(KeyCode::tab, option));
     suspended = false;
     flags(0);
     EXPECT_THAT(actions.calls, IsEmpty());
@@ -308,19 +308,19 @@ TEST_F(SwitcherControllerTest, SuspensionEndsTheSessionAndPassesEverything)
 TEST_F(SwitcherControllerTest, OnlyTheExactTriggerChordStarts)
 {
     start();
-    EXPECT_FALSE(keyDown(Keys::tab, option | EventFlags::control));
-    EXPECT_FALSE(keyDown(Keys::tab, command));
-    EXPECT_FALSE(keyDown(Keys::tab, 0));
-    EXPECT_FALSE(keyDown(Keys::a, option));
-    EXPECT_FALSE(keyUp(Keys::tab, option));
+    EXPECT_FALSE(keyDown(KeyCode::tab, option | EventFlags::control));
+    EXPECT_FALSE(keyDown(KeyCode::tab, command));
+    EXPECT_FALSE(keyDown(KeyCode::tab, 0));
+    EXPECT_FALSE(keyDown(KeyCode::a, option));
+    EXPECT_FALSE(keyUp(KeyCode::tab, option));
     EXPECT_FALSE(controller->isActive());
 }
 
 TEST_F(SwitcherControllerTest, KeyAfterAMissedReleaseCommitsAndGoesOn)
 {
     start();
-    keyDown(Keys::tab, option);
-    EXPECT_FALSE(keyDown(Keys::a, 0));
+    keyDown(KeyCode::tab, option);
+    EXPECT_FALSE(keyDown(KeyCode::a, 0));
     EXPECT_THAT(actions.calls, ElementsAre("focus 21"));
 }
 
@@ -328,8 +328,8 @@ TEST_F(SwitcherControllerTest, CommandTrigger)
 {
     options.trigger = SwitcherTrigger::command;
     start();
-    EXPECT_FALSE(keyDown(Keys::tab, option));
-    EXPECT_TRUE(keyDown(Keys::tab, command));
+    EXPECT_FALSE(keyDown(KeyCode::tab, option));
+    EXPECT_TRUE(keyDown(KeyCode::tab, command));
     EXPECT_FALSE(flags(command | option));
     EXPECT_TRUE(controller->isActive()) << "Option going down is not the release";
     flags(0);
@@ -344,11 +344,11 @@ TEST_F(SwitcherControllerTest, PinnedSessionShowsAtOnceAndIgnoresReleases)
     runtime.runUntilIdle();
     EXPECT_TRUE(controller->isShown());
     EXPECT_TRUE(model.isPinned());
-    EXPECT_TRUE(keyDown(Keys::tab, 0));
+    EXPECT_TRUE(keyDown(KeyCode::tab, 0));
     flags(0);
     EXPECT_TRUE(controller->isActive());
     EXPECT_EQ(selected(), 3u);
-    keyDown(Keys::returnKey, 0);
+    keyDown(KeyCode::returnKey, 0);
     EXPECT_THAT(actions.calls, ElementsAre("focus 31"));
 }
 
@@ -356,9 +356,9 @@ TEST_F(SwitcherControllerTest, CloseRemovesTheCardOnceTheWindowIsGone)
 {
     start();
     openPanel();
-    keyDown(Keys::left, option);
-    keyDown(Keys::left, option); // Mail's Inbox
-    EXPECT_TRUE(keyDown(Keys::w, option));
+    keyDown(KeyCode::leftArrow, option);
+    keyDown(KeyCode::leftArrow, option); // Mail's Inbox
+    EXPECT_TRUE(keyDown(KeyCode::w, option));
     EXPECT_THAT(actions.calls, ElementsAre("close 11"));
     EXPECT_TRUE(model.closing().contains("w11"));
     catalog.removeWindow(11);
@@ -374,14 +374,14 @@ TEST_F(SwitcherControllerTest, CloseThatTheAppKeepsClearsTheMark)
 {
     start();
     openPanel();
-    keyDown(Keys::w, option); // Notes' window
+    keyDown(KeyCode::w, option); // Notes' window
     EXPECT_TRUE(model.closing().contains("w21"));
     advance(0.3);
     EXPECT_THAT(model.closing(), IsEmpty());
     EXPECT_EQ(model.itemCount(), 5u);
 
     actions.closeWorks = false;
-    keyDown(Keys::w, option);
+    keyDown(KeyCode::w, option);
     EXPECT_THAT(model.closing(), IsEmpty());
 }
 
@@ -390,16 +390,16 @@ TEST_F(SwitcherControllerTest, ActionKeysNeedThePreferenceAndAnEmptyQuery)
     options.actionKeys = false;
     start();
     openPanel();
-    keyDown(Keys::w, option);
+    keyDown(KeyCode::w, option);
     EXPECT_THAT(actions.calls, IsEmpty());
     EXPECT_EQ(model.query(), "w") << "with action keys off, w is typed";
-    keyDown(Keys::escape, option);
-    keyDown(Keys::escape, option);
+    keyDown(KeyCode::escape, option);
+    keyDown(KeyCode::escape, option);
 
     options.actionKeys = true;
     openPanel();
-    keyDown(Keys::a, option);
-    keyDown(Keys::q, option);
+    keyDown(KeyCode::a, option);
+    keyDown(KeyCode::q, option);
     EXPECT_EQ(model.query(), "aq");
     EXPECT_THAT(terminator.terminated, IsEmpty());
 }
@@ -408,9 +408,9 @@ TEST_F(SwitcherControllerTest, QuitRemovesTheAppsCardsOnceItHasExited)
 {
     start();
     openPanel();
-    keyDown(Keys::q, option); // Notes: one window, no second press
+    keyDown(KeyCode::q, option); // Notes: one window, no second press
     EXPECT_THAT(terminator.terminated, ElementsAre(2));
-    repeatedKeyDown(Keys::q, option, "q");
+    repeatedKeyDown(KeyCode::q, option, "q");
     EXPECT_THAT(terminator.terminated, ElementsAre(2)) << "repeats are ignored";
     advance(0.5);
     EXPECT_EQ(model.itemCount(), 5u) << "still running at the first check";
@@ -423,7 +423,7 @@ TEST_F(SwitcherControllerTest, QuitThatTheAppDeclinesClearsTheMarksAfterTheLastC
 {
     start();
     openPanel();
-    keyDown(Keys::q, option);
+    keyDown(KeyCode::q, option);
     advance(0.5 * 5);
     EXPECT_TRUE(model.closing().contains("w21"));
     advance(0.5);
@@ -435,25 +435,25 @@ TEST_F(SwitcherControllerTest, QuittingAnAppOfSeveralWindowsAsksForASecondPress)
 {
     start();
     openPanel();
-    keyDown(Keys::right, option); // Music, two windows
-    keyDown(Keys::q, option);
+    keyDown(KeyCode::rightArrow, option); // Music, two windows
+    keyDown(KeyCode::q, option);
     EXPECT_THAT(terminator.terminated, IsEmpty());
     ASSERT_TRUE(model.armedAction());
     EXPECT_EQ(model.armedAction()->itemID, "w31");
     advance(1.6);
-    keyDown(Keys::q, option);
+    keyDown(KeyCode::q, option);
     EXPECT_THAT(terminator.terminated, IsEmpty()) << "too late: armed again";
     advance(1);
-    keyDown(Keys::q, option);
+    keyDown(KeyCode::q, option);
     EXPECT_THAT(terminator.terminated, ElementsAre(3));
     EXPECT_TRUE(model.closing().contains("w31"));
     EXPECT_TRUE(model.closing().contains("w32"));
 
-    keyDown(Keys::left, option);
-    keyDown(Keys::left, option);
-    keyDown(Keys::q, option); // arms Mail's Draft
+    keyDown(KeyCode::leftArrow, option);
+    keyDown(KeyCode::leftArrow, option);
+    keyDown(KeyCode::q, option); // arms Mail's Draft
     EXPECT_EQ(model.armedAction()->itemID, "w12");
-    keyDown(Keys::left, option);
+    keyDown(KeyCode::leftArrow, option);
     EXPECT_FALSE(model.armedAction()) << "moving away disarms";
 }
 

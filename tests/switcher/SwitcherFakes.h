@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "core/eventtap/KeyCodes.h"
 #include "core/snippets/KeyboardLayout.h"
 #include "core/switcher/AppRecency.h"
 #include "core/switcher/AppTerminator.h"
@@ -176,7 +177,7 @@ public:
         return true;
     }
 
-    std::optional<Value> switcherKey = Value { 48, 0x100000 };
+    std::optional<Value> switcherKey = Value { KeyCode::tab, EventFlags::command };
     bool available = true;
     bool enabled = true;
     std::vector<std::string> calls;

@@ -73,7 +73,7 @@ TEST_F(SwitcherTakeoverControllerTest, FollowsTheTriggerAndTheSwitch)
     options.trigger = SwitcherTrigger::option;
     controller->refreshTrigger();
     EXPECT_TRUE(hotKeys.enabled);
-    EXPECT_TRUE(keyDown(Keys::tab, option)) << "the new trigger is in force at once";
+    EXPECT_TRUE(keyDown(KeyCode::tab, option)) << "the new trigger is in force at once";
     flags(0);
     options.trigger = SwitcherTrigger::command;
     controller->refreshTrigger();

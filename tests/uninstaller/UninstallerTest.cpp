@@ -130,9 +130,9 @@ TEST_F(UninstallerTest, SelectionSearchesThenMeasuresLeftovers)
     // The cache folder counts itself; the preference file counts itself.
     EXPECT_EQ(m_model.leftoverSize(), 2 * m_usage.bytesPerEntry);
 
-    m_model.setAll(/*exact=*/false, /*on=*/true);
+    m_model.setAll(Uninstaller::Match::related, Uninstaller::Tick::on);
     EXPECT_EQ(m_model.leftoverSize(), 3 * m_usage.bytesPerEntry);
-    m_model.setAll(/*exact=*/true, /*on=*/false);
+    m_model.setAll(Uninstaller::Match::exact, Uninstaller::Tick::off);
     EXPECT_EQ(m_model.leftoverSize(), m_usage.bytesPerEntry);
     m_model.toggle(m_model.relatedLeftovers().front());
     EXPECT_EQ(m_model.leftoverSize(), 0);

@@ -18,7 +18,7 @@ constexpr std::uint64_t chordFlags = EventFlags::control | EventFlags::option;
 
 class WindowDraggingTest : public WindowsFixture {
 protected:
-    WindowDraggingTest() { dragging.configure(/*snap=*/true, /*chordDrags=*/true); }
+    WindowDraggingTest() { dragging.configure({ .snap = true, .chordDrags = true }); }
 
     static InputEvent mouse(std::uint32_t type, Point at, std::uint64_t flags = 0)
     {
@@ -240,7 +240,7 @@ TEST_F(WindowDraggingTest, AChordDragSnapsOnTheScreenItShowedEvenWhenTheScreensR
 
 TEST_F(WindowDraggingTest, KeepsThePointerBelowTheTopSoTheDockDoesNotOpenMissionControl)
 {
-    dragging.configure(/*snap=*/true, /*chordDrags=*/false);
+    dragging.configure({ .snap = true, .chordDrags = false });
     press({ 400, 160 });
     dragTo({ 420, 165 });
     auto verdict = dragTo({ 700, 0.5 });
@@ -251,7 +251,7 @@ TEST_F(WindowDraggingTest, KeepsThePointerBelowTheTopSoTheDockDoesNotOpenMission
     EXPECT_EQ(pointer.warps[0].y, 1.0);
 
     // A filtering registration changes the event itself.
-    dragging.configure(true, true);
+    dragging.configure({ .snap = true, .chordDrags = true });
     verdict = dragTo({ 710, 0.25 });
     EXPECT_EQ(verdict->location.y, 1.0);
     EXPECT_EQ(pointer.warps.size(), 1u);
@@ -260,7 +260,7 @@ TEST_F(WindowDraggingTest, KeepsThePointerBelowTheTopSoTheDockDoesNotOpenMission
 TEST_F(WindowDraggingTest, LeavesThePointerAloneWhenTheDockDoesNotOpenMissionControlOnTopDrags)
 {
     system.set("com.apple.dock", "enterMissionControlByTopWindowDrag", 0);
-    dragging.configure(true, false);
+    dragging.configure({ .snap = true, .chordDrags = false });
     EXPECT_FALSE(dragging.topDragOpensMissionControl());
     press({ 400, 160 });
     dragTo({ 420, 165 });
@@ -454,7 +454,7 @@ TEST_F(WindowDraggingTest, PressesThatAreNotTheChordGoThrough)
         editor().fullScreen = false;
         editor().pid = editorPid;
         row.setUp(preferences, world);
-        dragging.configure(true, true);
+        dragging.configure({ .snap = true, .chordDrags = true });
         EXPECT_TRUE(press(row.at, row.flags));
         EXPECT_FALSE(dragging.gesture());
     }
@@ -508,7 +508,7 @@ TEST_F(WindowDraggingTest, ConfigureChoosesTheTapMasks)
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        dragging.configure(row.snap, row.chord);
+        dragging.configure({ .snap = row.snap, .chordDrags = row.chord });
         EXPECT_EQ(tap.mask(ListenOnly::no), row.filter);
         EXPECT_EQ(tap.mask(ListenOnly::yes), row.listen);
         EXPECT_EQ(tap.isRegistered("windows.drag"), row.snap || row.chord);
@@ -521,7 +521,7 @@ TEST_F(WindowDraggingTest, TurningBothOffHidesTheOverlay)
     dragTo({ 420, 165 });
     dragTo({ 2, 300 });
     ASSERT_TRUE(overlay.visible);
-    dragging.configure(false, false);
+    dragging.configure({ .snap = false, .chordDrags = false });
     EXPECT_FALSE(overlay.visible);
     EXPECT_FALSE(dragging.titleDrag());
 }

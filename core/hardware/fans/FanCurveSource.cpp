@@ -3,13 +3,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/base/RawValueTable.h"
+
 namespace quillmar {
 
 namespace {
 
-constexpr std::array<std::string_view, allFanCurveSources.size()> rawValues {
-    "hottestSoC", "averageSoC", "hottestCPU", "averageCPU", "hottestGPU",
-};
+constexpr auto rawValues = rawValueTable<FanCurveSource>({
+    { FanCurveSource::hottestSoC, "hottestSoC" },
+    { FanCurveSource::averageSoC, "averageSoC" },
+    { FanCurveSource::hottestCPU, "hottestCPU" },
+    { FanCurveSource::averageCPU, "averageCPU" },
+    { FanCurveSource::hottestGPU, "hottestGPU" },
+});
 
 bool belongs(FanCurveSource source, SensorGroup group)
 {
@@ -35,16 +41,12 @@ bool isAverage(FanCurveSource source)
 
 std::string_view rawValue(FanCurveSource source)
 {
-    return rawValues[static_cast<std::size_t>(source)];
+    return rawValues.rawValue(source);
 }
 
 std::optional<FanCurveSource> fanCurveSourceFromRawValue(std::string_view raw)
 {
-    for (auto source : allFanCurveSources) {
-        if (rawValue(source) == raw)
-            return source;
-    }
-    return std::nullopt;
+    return rawValues.fromRawValue(raw);
 }
 
 std::optional<double> temperature(FanCurveSource source, std::span<const TemperatureReading> readings)

@@ -1,27 +1,28 @@
 #include "core/hardware/helper/FanHelperRequest.h"
 
-#include <array>
+#include "core/base/RawValueTable.h"
 
 namespace quillmar {
 
 namespace {
 
-constexpr std::array<std::string_view, 4> rawValues { "apply", "heartbeat", "restore", "status" };
+constexpr auto kinds = rawValueTable<FanHelperRequest::Kind>({
+    { FanHelperRequest::Kind::apply, "apply" },
+    { FanHelperRequest::Kind::heartbeat, "heartbeat" },
+    { FanHelperRequest::Kind::restore, "restore" },
+    { FanHelperRequest::Kind::status, "status" },
+});
 
 } // namespace
 
 std::string_view FanHelperRequest::rawValue(Kind kind)
 {
-    return rawValues[static_cast<std::size_t>(kind)];
+    return kinds.rawValue(kind);
 }
 
 std::optional<FanHelperRequest::Kind> FanHelperRequest::kindFromRawValue(std::string_view raw)
 {
-    for (std::size_t index = 0; index < rawValues.size(); ++index) {
-        if (rawValues[index] == raw)
-            return static_cast<Kind>(index);
-    }
-    return std::nullopt;
+    return kinds.fromRawValue(raw);
 }
 
 } // namespace quillmar

@@ -1,13 +1,12 @@
 #pragma once
 
+#include <chrono>
 #include <string>
-
-#include "core/runtime/Clock.h"
 
 namespace quillmar {
 
 // `time` as a compact UTC stamp, "20261122T101500Z", for the names of files kept aside. Independent of
-// the process's time zone.
-std::string utcStamp(WallTime time);
+// the process's time zone. Every file kept aside is named with it, so that the names sort by time.
+std::string utcStamp(std::chrono::system_clock::time_point time);
 
 } // namespace quillmar

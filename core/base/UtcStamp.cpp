@@ -1,10 +1,10 @@
-#include "core/clipboard/UtcStamp.h"
+#include "core/base/UtcStamp.h"
 
 #include <fmt/format.h>
 
 namespace quillmar {
 
-std::string utcStamp(WallTime time)
+std::string utcStamp(std::chrono::system_clock::time_point time)
 {
     auto seconds = std::chrono::floor<std::chrono::seconds>(time);
     auto day = std::chrono::floor<std::chrono::days>(seconds);
