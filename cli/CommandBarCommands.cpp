@@ -88,7 +88,7 @@ std::shared_ptr<const CommandLearning> learningBook(CliContext& context, std::op
 {
     if (fromInput)
         return std::make_shared<const CommandLearning>(std::move(*fromInput));
-    if (auto saved = context.settings().json(CommandLearningStore::key)) {
+    if (auto saved = context.settings().saved(CommandLearningStore::key)) {
         if (auto book = CommandLearning::fromJson(*saved))
             return std::make_shared<const CommandLearning>(std::move(*book));
     }

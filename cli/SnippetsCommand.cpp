@@ -36,10 +36,8 @@ std::optional<SnippetLibraryFile> storedLibrary(CliContext& context)
         context.refuse("The snippet library could not be read.");
         return std::nullopt;
     }
-    if (context.settings().contains(Snippets::groupsKey)) {
-        if (auto groups = context.settings().stringArray(Snippets::groupsKey))
-            library.groups = std::move(*groups);
-    }
+    if (auto groups = context.settings().saved(Snippets::groupsKey))
+        library.groups = std::move(*groups);
     return library;
 }
 

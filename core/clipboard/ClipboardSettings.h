@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
-
-#include <nlohmann/json.hpp>
+#include <vector>
 
 #include "core/runtime/Clock.h"
 #include "core/settings/Settings.h"
@@ -14,29 +14,31 @@ namespace quillmar {
 // The clipboard's settings keys, their defaults, and the rules that read them.
 namespace ClipboardSettings {
 
-inline constexpr std::string_view excludedApps = "clipboard.excludedApps";
-inline constexpr std::string_view retentionDays = "files.clipboard.retentionDays";
-inline constexpr std::string_view skipTransient = "files.clipboard.skipTransient";
-inline constexpr std::string_view clearOnSleep = "files.clipboard.clearOnSleep";
-inline constexpr std::string_view clearOnLock = "files.clipboard.clearOnLock";
-inline constexpr std::string_view autoClearSeconds = "files.clipboard.autoClearSeconds";
-inline constexpr std::string_view autoClearMinutes = "clipboard.autoClearMinutes";
-inline constexpr std::string_view linkPreviews = "files.clipboard.linkPreviews";
-inline constexpr std::string_view previewPane = "files.clipboard.previewPane";
-inline constexpr std::string_view pasteOnSelect = "clipboard.pasteOnSelect";
-inline constexpr std::string_view saveImages = "clipboard.saveImages";
-inline constexpr std::string_view cleanLinksAutomatic = "cleanLinks.automatic";
-inline constexpr std::string_view limit = "clipboardLimit";
+using StringList = std::vector<std::string>;
+
+inline constexpr SettingKey<StringList> excludedApps { "clipboard.excludedApps", {} };
+// Days; 0 or fewer keep unpinned items until they are trimmed.
+inline constexpr SettingKey<double> retentionDays { "files.clipboard.retentionDays", 30 };
+inline constexpr SettingKey<bool> skipTransient { "files.clipboard.skipTransient", true };
+inline constexpr SettingKey<bool> clearOnSleep { "files.clipboard.clearOnSleep", false };
+inline constexpr SettingKey<bool> clearOnLock { "files.clipboard.clearOnLock", false };
+// Automatic clearing is off while both delays are 0.
+inline constexpr SettingKey<double> autoClearSeconds { "files.clipboard.autoClearSeconds", 0 };
+inline constexpr SettingKey<double> autoClearMinutes { "clipboard.autoClearMinutes", 0 };
+inline constexpr SettingKey<bool> linkPreviews { "files.clipboard.linkPreviews", false };
+inline constexpr SettingKey<bool> previewPane { "files.clipboard.previewPane", true };
+inline constexpr SettingKey<bool> pasteOnSelect { "clipboard.pasteOnSelect", true };
+inline constexpr SettingKey<bool> saveImages { "clipboard.saveImages", true };
+// Links are cleaned as they are copied only while the feature is on too.
+inline constexpr SettingKey<bool> cleanLinksAutomatic { "cleanLinks.automatic", true };
+inline constexpr SettingKey<std::int64_t> limit { "clipboardLimit", 200 };
 // "Pause recording": while on, nothing copied is recorded. Kept across restarts.
-inline constexpr std::string_view paused = "clipboard.paused";
+inline constexpr SettingKey<bool> paused { "clipboard.paused", false };
 
-// Defaults: 200 items; 30 days; automatic clearing off (0 in both delay keys) and not on sleep or lock;
-// transient copies skipped; images saved; links cleaned when the feature is on; paste on select.
-inline constexpr std::int64_t defaultLimit = 200;
 inline constexpr std::int64_t minimumLimit = 10;
-inline constexpr std::int64_t defaultRetentionDays = 30;
 
-nlohmann::json defaults();
+// Registers the defaults of every key above.
+void registerDefaults(Settings& settings);
 
 // max(`clipboardLimit`, 10): a smaller limit is raised on purpose, so that a slip of the finger never
 // empties the history.
@@ -48,8 +50,6 @@ std::optional<Duration> retention(const Settings& settings);
 // How long after the last copy the system clipboard is emptied; none when off. Seconds win over minutes
 // when both are set above 0.
 std::optional<Duration> autoClearDelay(const Settings& settings);
-
-bool isOn(const Settings& settings, std::string_view key);
 
 } // namespace ClipboardSettings
 

@@ -88,12 +88,12 @@ ClipboardStore::ClipboardStore(Runtime& runtime, Settings& settings, std::filesy
     , m_transientMarkers(defaultTransientMarkers())
 {
     assertMainThread();
-    m_settings.registerDefaults(ClipboardSettings::defaults());
+    ClipboardSettings::registerDefaults(m_settings);
     load();
     auto& mainQueue = m_runtime.mainQueue();
     m_settingsObserver = m_settings.observe([this, token = m_guard.token(), &mainQueue](std::string_view key) {
-        bool sessionKey = key == ClipboardSettings::clearOnSleep || key == ClipboardSettings::clearOnLock;
-        bool limitKey = key == ClipboardSettings::limit;
+        bool sessionKey = key == ClipboardSettings::clearOnSleep.name || key == ClipboardSettings::clearOnLock.name;
+        bool limitKey = key == ClipboardSettings::limit.name;
         if (!sessionKey && !limitKey)
             return;
         // Settings may change on any thread; the store's state is the main thread's, and the store may be
@@ -277,7 +277,7 @@ void ClipboardStore::noteCopySource(std::int64_t changeCount)
     auto& source = fresh ? m_pendingSource.emplace() : *m_pendingSource;
     if (moved || fresh)
         source.application = inFront.empty() ? std::nullopt : std::optional(inFront.front());
-    auto excluded = m_settings.stringArray(ClipboardSettings::excludedApps).value_or(std::vector<std::string> {});
+    auto excluded = m_settings.value(ClipboardSettings::excludedApps);
     source.isExcluded = source.isExcluded || std::any_of(inFront.begin(), inFront.end(), [&](const AppIdentity& app) {
         return std::find(excluded.begin(), excluded.end(), app.bundleID) != excluded.end();
     });
@@ -344,14 +344,14 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
     bool ignored = std::exchange(m_ignoreNextCopy, false);
     if (snapshot.isPrivate)
         return;
-    auto excluded = m_settings.stringArray(ClipboardSettings::excludedApps).value_or(std::vector<std::string> {});
+    auto excluded = m_settings.value(ClipboardSettings::excludedApps);
     bool declaredExcluded = snapshot.declaredSource
         && std::find(excluded.begin(), excluded.end(), *snapshot.declaredSource) != excluded.end();
     if (snapshot.isExcluded || source.isExcluded || declaredExcluded)
         return;
     if (ignored || isPaused())
         return;
-    if (snapshot.isTransient && ClipboardSettings::isOn(m_settings, ClipboardSettings::skipTransient))
+    if (snapshot.isTransient && m_settings.value(ClipboardSettings::skipTransient))
         return;
 
     ClipItem item;
@@ -365,7 +365,7 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
     }
 
     bool hasText = hasVisibleText(snapshot.text);
-    bool savesImages = ClipboardSettings::isOn(m_settings, ClipboardSettings::saveImages);
+    bool savesImages = m_settings.value(ClipboardSettings::saveImages);
     std::optional<PasteboardImage> image;
     if (!snapshot.filePaths.empty()) {
         item.kind = ClipKind::files;
@@ -383,7 +383,7 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
         return;
     }
 
-    if (item.kind == ClipKind::link && m_cleansLinks && ClipboardSettings::isOn(m_settings, ClipboardSettings::cleanLinksAutomatic)) {
+    if (item.kind == ClipKind::link && m_cleansLinks && m_settings.value(ClipboardSettings::cleanLinksAutomatic)) {
         if (auto cleaned = LinkCleaner::clean(*item.text)) {
             item.text = *cleaned;
             if (writeOwn(PasteboardWriting { *cleaned, {}, std::nullopt, {}, std::nullopt })) {
@@ -718,8 +718,8 @@ void ClipboardStore::updateAutoClearObservers()
 {
     assertMainThread();
     bool wanted = m_running
-        && (ClipboardSettings::isOn(m_settings, ClipboardSettings::clearOnSleep)
-            || ClipboardSettings::isOn(m_settings, ClipboardSettings::clearOnLock));
+        && (m_settings.value(ClipboardSettings::clearOnSleep)
+            || m_settings.value(ClipboardSettings::clearOnLock));
     if (wanted == m_observingSession)
         return;
     m_observingSession = wanted;
@@ -737,8 +737,8 @@ void ClipboardStore::sessionEvent(SessionEvent event)
 {
     assertMainThread();
     bool sleeping = event == SessionEvent::systemWillSleep || event == SessionEvent::displayDidSleep;
-    if ((sleeping && ClipboardSettings::isOn(m_settings, ClipboardSettings::clearOnSleep))
-        || (event == SessionEvent::screenLocked && ClipboardSettings::isOn(m_settings, ClipboardSettings::clearOnLock)))
+    if ((sleeping && m_settings.value(ClipboardSettings::clearOnSleep))
+        || (event == SessionEvent::screenLocked && m_settings.value(ClipboardSettings::clearOnLock)))
         clearSystem();
 }
 
@@ -800,7 +800,7 @@ void ClipboardStore::setPaused(bool paused)
 
 bool ClipboardStore::isPaused() const
 {
-    return ClipboardSettings::isOn(m_settings, ClipboardSettings::paused);
+    return m_settings.value(ClipboardSettings::paused);
 }
 
 void ClipboardStore::ignoreNextCopy()

@@ -15,7 +15,7 @@ Result<std::unique_ptr<CommandLearningStore>> CommandLearningStore::create(Setti
 {
     mainQueue.assertMainThread(who);
     std::optional<CommandLearning> book;
-    if (auto saved = settings.json(key)) {
+    if (auto saved = settings.saved(key)) {
         book = CommandLearning::fromJson(*saved);
         if (!book)
             diagnostic("commandbar: saved learning book is unreadable, starting a fresh one");
@@ -72,7 +72,7 @@ Result<void> CommandLearningStore::reset()
         m_saveWork.reset();
     }
     m_book = std::make_shared<const CommandLearning>(std::move(fresh));
-    m_settings.remove(key);
+    m_settings.remove(key.name);
     return {};
 }
 

@@ -17,7 +17,8 @@ namespace quillmar {
 // member stops the process when called from elsewhere.
 class CommandLearningStore final {
 public:
-    static constexpr std::string_view key = "commandBar.learning";
+    // The book as CommandLearning::toJson() writes it; none until the first use.
+    inline static const SettingKey<nlohmann::json> key { "commandBar.learning", nullptr };
     static constexpr Duration saveDelay = seconds(1.0);
 
     // Loads the saved book; a missing or unreadable one is replaced by a fresh book with a new secret

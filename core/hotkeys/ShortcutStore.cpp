@@ -16,11 +16,8 @@ ShortcutStore::ShortcutStore(Settings& settings, const MainQueue& mainQueue)
     , m_bindings(defaults())
 {
     m_mainQueue.assertMainThread(who);
-    m_settings.registerDefaults(nlohmann::json { { std::string(settingsKey), nlohmann::json::object() } });
-    auto saved = m_settings.json(settingsKey);
-    if (!saved)
-        return;
-    for (auto& [action, shortcut] : decodeSaved(*saved)) {
+    m_settings.registerDefaults(settingsKey);
+    for (auto& [action, shortcut] : decodeSaved(m_settings.value(settingsKey))) {
         if (shortcut)
             m_bindings.insert_or_assign(action, std::move(*shortcut));
         else

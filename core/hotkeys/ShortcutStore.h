@@ -19,7 +19,8 @@ namespace quillmar {
 // process when called from elsewhere.
 class ShortcutStore final {
 public:
-    static constexpr std::string_view settingsKey = "shortcuts.bindings";
+    // As encodeSaved() writes it; no changes by default.
+    inline static const SettingKey<nlohmann::json> settingsKey { "shortcuts.bindings", nlohmann::json::object() };
 
     // What the settings hold for an action: a binding, or an explicit "no shortcut" (JSON null).
     using SavedBindings = std::map<ShortcutAction, std::optional<Shortcut>>;

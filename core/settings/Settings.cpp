@@ -99,7 +99,41 @@ std::optional<std::vector<std::string>> asStringArray(const nlohmann::json& valu
     return strings;
 }
 
+template<typename T>
+std::optional<T> converted(const nlohmann::json& value)
+{
+    if constexpr (std::is_same_v<T, bool>)
+        return asBool(value);
+    else if constexpr (std::is_same_v<T, std::int64_t>)
+        return asInteger(value);
+    else if constexpr (std::is_same_v<T, double>)
+        return asNumber(value);
+    else if constexpr (std::is_same_v<T, std::string>)
+        return asString(value);
+    else if constexpr (std::is_same_v<T, std::vector<std::string>>)
+        return asStringArray(value);
+    else
+        return value;
+}
+
 } // namespace
+
+template<typename T>
+std::optional<SettingValue<T>> Settings::saved(const SettingKey<T>& key) const
+{
+    std::lock_guard lock(m_mutex);
+    auto found = m_values.find(std::string(key.name));
+    if (found == m_values.end())
+        return std::nullopt;
+    return converted<SettingValue<T>>(*found);
+}
+
+template std::optional<bool> Settings::saved(const SettingKey<bool>&) const;
+template std::optional<std::int64_t> Settings::saved(const SettingKey<std::int64_t>&) const;
+template std::optional<double> Settings::saved(const SettingKey<double>&) const;
+template std::optional<std::string> Settings::saved(const SettingKey<std::string_view>&) const;
+template std::optional<std::vector<std::string>> Settings::saved(const SettingKey<std::vector<std::string>>&) const;
+template std::optional<nlohmann::json> Settings::saved(const SettingKey<nlohmann::json>&) const;
 
 bool Settings::contains(std::string_view key) const
 {

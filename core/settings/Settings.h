@@ -7,10 +7,12 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
+#include "core/settings/SettingKey.h"
 #include "core/settings/SettingsBackend.h"
 
 namespace quillmar {
@@ -31,6 +33,32 @@ public:
 
     // Adds defaults from a JSON object (key to value); a later registration of the same key wins.
     void registerDefaults(const nlohmann::json& defaults);
+    // Registers the declared defaults of `keys`, for the untyped readers (json(), the command line).
+    template<typename... T>
+    void registerDefaults(const SettingKey<T>&... keys)
+    {
+        auto defaults = nlohmann::json::object();
+        ((defaults[std::string(keys.name)] = nlohmann::json(keys.defaultValue)), ...);
+        registerDefaults(defaults);
+    }
+
+    // The saved value when it has the key's type, else the key's default.
+    template<typename T>
+    SettingValue<T> value(const SettingKey<T>& key) const
+    {
+        if (auto found = saved(key))
+            return std::move(*found);
+        return SettingValue<T>(key.defaultValue);
+    }
+    // The saved value when there is one of the key's type; defaults do not count.
+    template<typename T>
+    std::optional<SettingValue<T>> saved(const SettingKey<T>& key) const;
+    // Saves `value` under the key, as set(std::string_view, nlohmann::json) does.
+    template<typename T>
+    void set(const SettingKey<T>& key, const std::type_identity_t<SettingValue<T>>& value)
+    {
+        set(key.name, nlohmann::json(value));
+    }
 
     // True when a value is saved under `key` (registered defaults do not count).
     bool contains(std::string_view key) const;

@@ -36,10 +36,10 @@ FeatureStore::FeatureStore(Settings& settings, const MainQueue& mainQueue)
     m_mainQueue.assertMainThread("feature store");
 
     const auto offDefaults = offByDefault();
-    auto savedDisabled = m_settings.stringArray(disabledKey);
+    auto savedDisabled = m_settings.saved(disabledKey);
     FeatureSet disabled = savedDisabled ? featuresNamed(*savedDisabled) : offDefaults;
 
-    if (auto known = m_settings.stringArray(knownKey)) {
+    if (auto known = m_settings.saved(knownKey)) {
         // A feature this installation has not seen yet arrives in its default state.
         for (auto feature : allFeatures()) {
             bool seen = std::find(known->begin(), known->end(), rawValue(feature)) != known->end();
@@ -55,10 +55,10 @@ FeatureStore::FeatureStore(Settings& settings, const MainQueue& mainQueue)
     m_enabled = FeatureSet::all() - disabled;
 
     writeDisabled();
-    nlohmann::json known = nlohmann::json::array();
+    std::vector<std::string> known;
     for (auto feature : allFeatures())
-        known.push_back(rawValue(feature));
-    m_settings.set(knownKey, std::move(known));
+        known.emplace_back(rawValue(feature));
+    m_settings.set(knownKey, known);
 }
 
 FeatureSet FeatureStore::enabled() const

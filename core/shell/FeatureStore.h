@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "core/runtime/MainQueue.h"
 #include "core/settings/Settings.h"
@@ -16,8 +18,10 @@ class FeatureStore final {
 public:
     using ChangeCallback = std::function<void(FeatureID feature, bool on)>;
 
-    static inline constexpr auto disabledKey = "features.disabled";
-    static inline constexpr auto knownKey = "features.known";
+    // Read only when saved: their absence is what tells a first launch and an older installation apart,
+    // so the empty defaults are never used.
+    static constexpr SettingKey<std::vector<std::string>> disabledKey { "features.disabled", {} };
+    static constexpr SettingKey<std::vector<std::string>> knownKey { "features.known", {} };
 
     // The features that are off on a first launch.
     static FeatureSet offByDefault();

@@ -46,8 +46,7 @@ Snippets::Snippets(Runtime& runtime, Settings& settings, std::filesystem::path l
     , m_alive(std::make_shared<const bool>(true))
 {
     assertMainThread();
-    m_settings.registerDefaults({ { std::string(excludedAppsKey), nlohmann::json::array() },
-        { std::string(groupsKey), nlohmann::json::array() } });
+    m_settings.registerDefaults(excludedAppsKey, groupsKey);
     load();
 }
 
@@ -66,7 +65,10 @@ void Snippets::assertMainThread() const
 
 void Snippets::load()
 {
-    auto stored = m_settings.contains(groupsKey) ? m_settings.stringArray(groupsKey) : std::nullopt;
+    // Saved groups win over the library's, even when they cannot be read.
+    std::optional<std::vector<std::string>> stored;
+    if (m_settings.contains(groupsKey.name))
+        stored = m_settings.value(groupsKey);
     auto text = readFile(m_file);
     if (!text) {
         m_saveAllowed = false;
@@ -178,7 +180,7 @@ void Snippets::handleEvent(const InputEvent& event)
 void Snippets::expand(const TextSnippet& snippet, bool terminatedBySpace)
 {
     auto front = m_ports.frontApplications.frontApplication();
-    auto excluded = m_settings.stringArray(excludedAppsKey).value_or(std::vector<std::string> {});
+    auto excluded = m_settings.value(excludedAppsKey);
     if (front && std::find(excluded.begin(), excluded.end(), front->bundleID) != excluded.end())
         return;
     if (m_ports.focus.isSecureInputOn()) {

@@ -46,8 +46,8 @@ struct SnippetPorts {
 class Snippets final : public SnippetService {
 public:
     static constexpr const char* registrationName = "snippets.typing";
-    static constexpr std::string_view excludedAppsKey = "files.snippets.excludedApps";
-    static constexpr std::string_view groupsKey = "files.snippets.groups";
+    static constexpr SettingKey<std::vector<std::string>> excludedAppsKey { "files.snippets.excludedApps", {} };
+    static constexpr SettingKey<std::vector<std::string>> groupsKey { "files.snippets.groups", {} };
     static constexpr std::string_view excludedAppsHelp
         = "Triggers typed in these apps stay as typed. Password fields are always skipped.";
     static constexpr std::string_view secureInputPause

@@ -50,11 +50,11 @@ void SystemSwitcherTakeover::update(bool wanted)
 void SystemSwitcherTakeover::giveBack()
 {
     // Only worth a line when it had been turned off: systems without the functions fail every call.
-    bool wasOff = m_off || m_settings.contains(markerKey);
+    bool wasOff = m_off || m_settings.contains(markerKey.name);
     if (!m_hotKeys.setEnabled(SymbolicHotKeys::applicationSwitcher, true) && wasOff)
         diagnostic("switcher: the system switcher could not be turned back on");
     m_off = false;
-    m_settings.remove(markerKey);
+    m_settings.remove(markerKey.name);
 }
 
 } // namespace quillmar

@@ -11,7 +11,7 @@ namespace quillmar {
 // without Command-Tab past the next launch. Main thread.
 class SystemSwitcherTakeover final {
 public:
-    static constexpr const char* markerKey = "windows.switcher.systemSwitcherOff";
+    static constexpr SettingKey<bool> markerKey { "windows.switcher.systemSwitcherOff", false };
 
     SystemSwitcherTakeover(SymbolicHotKeys& hotKeys, Settings& settings);
     // Gives Command-Tab back when this object had taken it.

@@ -7,49 +7,36 @@ namespace quillmar {
 
 namespace {
 
-std::string key(std::string_view name)
+std::optional<DockClickAction> dockClickActionNamed(std::string_view raw)
 {
-    return std::string(name);
+    if (raw == "minimize")
+        return DockClickAction::minimize;
+    if (raw == "hide")
+        return DockClickAction::hide;
+    if (raw == "cycle")
+        return DockClickAction::cycle;
+    return std::nullopt;
+}
+
+// The saved raw value's case; an unknown one reads as the key's default.
+template<typename Enum, typename Named>
+Enum enumValue(const Settings& settings, const SettingKey<std::string_view>& key, Named named)
+{
+    if (auto value = named(settings.value(key)))
+        return *value;
+    return *named(key.defaultValue);
 }
 
 } // namespace
 
-nlohmann::json WindowsPreferences::defaults()
-{
-    auto empty = nlohmann::json::array();
-    return {
-        { key(switcherTriggerKey), "option" },
-        { key(switcherSpacesKey), "all" },
-        { key(switcherCurrentDisplayKey), false },
-        { key(switcherMinimizedKey), true },
-        { key(switcherHiddenAppsKey), true },
-        { key(switcherWindowlessAppsKey), true },
-        { key(switcherActionKeysKey), true },
-        { key(switcherPreviewsKey), true },
-        { key(dockPreviewDelayKey), 0.3 },
-        { key(dockPreviewCurrentSpaceKey), false },
-        { key(dockClickActionKey), "minimize" },
-        { key(maximizeRestoresKey), true },
-        { key(maximizeExcludedKey), empty },
-        { key(snapEdgesKey), true },
-        { key(snapSidesKey), true },
-        { key(snapCornersKey), true },
-        { key(snapTopKey), "maximize" },
-        { key(snapBottomKey), "off" },
-        { key(snapRestoresSizeKey), true },
-        { key(dragMoveKey), true },
-        { key(dragResizeKey), true },
-        { key(dragChordKey), "controlOption" },
-        { key(quitOnCloseAppsKey), empty },
-        { key(windowGapKey), 0.0 },
-        { key(hapticsKey), true },
-    };
-}
-
 WindowsPreferences::WindowsPreferences(Settings& settings)
     : m_settings(settings)
 {
-    m_settings.registerDefaults(defaults());
+    m_settings.registerDefaults(switcherTriggerKey, switcherSpacesKey, switcherCurrentDisplayKey, switcherMinimizedKey,
+        switcherHiddenAppsKey, switcherWindowlessAppsKey, switcherActionKeysKey, switcherPreviewsKey, dockPreviewDelayKey,
+        dockPreviewCurrentSpaceKey, dockClickActionKey, maximizeRestoresKey, maximizeExcludedKey, snapEdgesKey, snapSidesKey,
+        snapCornersKey, snapTopKey, snapBottomKey, snapRestoresSizeKey, dragMoveKey, dragResizeKey, dragChordKey,
+        quitOnCloseAppsKey, windowGapKey, hapticsKey);
     load();
     m_observer = m_settings.observe([this](std::string_view changed) {
         if (changed.starts_with("windows.") || changed.starts_with("windowLayout."))
@@ -65,42 +52,36 @@ WindowsPreferences::~WindowsPreferences()
 void WindowsPreferences::load()
 {
     const auto& s = m_settings;
-    auto flag = [&](std::string_view name, bool fallback) { return s.boolValue(name).value_or(fallback); };
-    auto text = [&](std::string_view name) { return s.string(name).value_or(""); };
-    auto list = [&](std::string_view name) { return s.stringArray(name).value_or(std::vector<std::string> {}); };
-
     Values v;
-    v.switcherTrigger = text(switcherTriggerKey) == "command" ? SwitcherTrigger::command : SwitcherTrigger::option;
-    v.switcherSpaces = text(switcherSpacesKey) == "current" ? SwitcherSpaces::current : SwitcherSpaces::all;
-    v.switcherCurrentDisplay = flag(switcherCurrentDisplayKey, false);
-    v.switcherMinimized = flag(switcherMinimizedKey, true);
-    v.switcherHiddenApps = flag(switcherHiddenAppsKey, true);
-    v.switcherWindowlessApps = flag(switcherWindowlessAppsKey, true);
-    v.switcherActionKeys = flag(switcherActionKeysKey, true);
-    v.switcherPreviews = flag(switcherPreviewsKey, true);
-    double delay = s.number(dockPreviewDelayKey).value_or(0.3);
-    v.dockPreviewDelay = std::isnan(delay) ? 0.3 : std::clamp(delay, minimumDockPreviewDelay, maximumDockPreviewDelay);
-    v.dockPreviewCurrentSpace = flag(dockPreviewCurrentSpaceKey, false);
-    auto click = text(dockClickActionKey);
-    v.dockClickAction = click == "hide" ? DockClickAction::hide
-        : click == "cycle"              ? DockClickAction::cycle
-                                        : DockClickAction::minimize;
-    v.maximizeRestores = flag(maximizeRestoresKey, true);
-    v.maximizeExcluded = list(maximizeExcludedKey);
-    v.snapEdges = flag(snapEdgesKey, true);
-    v.snapSides = flag(snapSidesKey, true);
-    v.snapCorners = flag(snapCornersKey, true);
-    v.snapTop = topEdgeFromRawValue(text(snapTopKey)).value_or(SnapZones::TopEdge::maximize);
-    v.snapBottom = bottomEdgeFromRawValue(text(snapBottomKey)).value_or(SnapZones::BottomEdge::off);
-    v.snapRestoresSize = flag(snapRestoresSizeKey, true);
-    v.dragMove = flag(dragMoveKey, true);
-    v.dragResize = flag(dragResizeKey, true);
-    v.dragChord = dragChordFromRawValue(text(dragChordKey)).value_or(DragChord::controlOption);
-    v.quitOnCloseApps = list(quitOnCloseAppsKey);
-    double gap = s.number(windowGapKey).value_or(0.0);
+    v.switcherTrigger = enumValue<SwitcherTrigger>(s, switcherTriggerKey, switcherTriggerNamed);
+    v.switcherSpaces = enumValue<SwitcherSpaces>(s, switcherSpacesKey, switcherSpacesNamed);
+    v.switcherCurrentDisplay = s.value(switcherCurrentDisplayKey);
+    v.switcherMinimized = s.value(switcherMinimizedKey);
+    v.switcherHiddenApps = s.value(switcherHiddenAppsKey);
+    v.switcherWindowlessApps = s.value(switcherWindowlessAppsKey);
+    v.switcherActionKeys = s.value(switcherActionKeysKey);
+    v.switcherPreviews = s.value(switcherPreviewsKey);
+    double delay = s.value(dockPreviewDelayKey);
+    v.dockPreviewDelay = std::isnan(delay) ? dockPreviewDelayKey.defaultValue
+                                           : std::clamp(delay, minimumDockPreviewDelay, maximumDockPreviewDelay);
+    v.dockPreviewCurrentSpace = s.value(dockPreviewCurrentSpaceKey);
+    v.dockClickAction = enumValue<DockClickAction>(s, dockClickActionKey, dockClickActionNamed);
+    v.maximizeRestores = s.value(maximizeRestoresKey);
+    v.maximizeExcluded = s.value(maximizeExcludedKey);
+    v.snapEdges = s.value(snapEdgesKey);
+    v.snapSides = s.value(snapSidesKey);
+    v.snapCorners = s.value(snapCornersKey);
+    v.snapTop = enumValue<SnapZones::TopEdge>(s, snapTopKey, topEdgeFromRawValue);
+    v.snapBottom = enumValue<SnapZones::BottomEdge>(s, snapBottomKey, bottomEdgeFromRawValue);
+    v.snapRestoresSize = s.value(snapRestoresSizeKey);
+    v.dragMove = s.value(dragMoveKey);
+    v.dragResize = s.value(dragResizeKey);
+    v.dragChord = enumValue<DragChord>(s, dragChordKey, dragChordFromRawValue);
+    v.quitOnCloseApps = s.value(quitOnCloseAppsKey);
+    double gap = s.value(windowGapKey);
     // A gap is a distance: a negative or unreadable one would overlap the tiles.
     v.windowGap = std::isfinite(gap) ? std::max(gap, 0.0) : 0.0;
-    v.haptics = flag(hapticsKey, true);
+    v.haptics = s.value(hapticsKey);
     m_values = std::move(v);
 }
 
@@ -150,12 +131,12 @@ void WindowsPreferences::setWindowGap(double points)
     m_settings.set(windowGapKey, points);
 }
 
-void WindowsPreferences::setFlag(std::string_view name, bool on)
+void WindowsPreferences::setFlag(const SettingKey<bool>& name, bool on)
 {
     m_settings.set(name, on);
 }
 
-void WindowsPreferences::setList(std::string_view name, std::vector<std::string> values)
+void WindowsPreferences::setList(const SettingKey<StringList>& name, StringList values)
 {
     m_settings.set(name, std::move(values));
 }

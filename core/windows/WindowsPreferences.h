@@ -1,10 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <nlohmann/json.hpp>
 
 #include "core/settings/Settings.h"
 #include "core/windows/DragChord.h"
@@ -24,40 +23,59 @@ enum class DockClickAction { minimize, hide, cycle };
 // writes its key back. Confined to the thread that changes the settings (the main thread).
 class WindowsPreferences final {
 public:
-    static constexpr std::string_view switcherTriggerKey = "windows.switcher.trigger";
-    static constexpr std::string_view switcherSpacesKey = "windows.switcher.spaces";
-    static constexpr std::string_view switcherCurrentDisplayKey = "windows.switcher.currentDisplay";
-    static constexpr std::string_view switcherMinimizedKey = "windows.switcher.minimized";
-    static constexpr std::string_view switcherHiddenAppsKey = "windows.switcher.hiddenApps";
-    static constexpr std::string_view switcherWindowlessAppsKey = "windows.switcher.windowlessApps";
-    static constexpr std::string_view switcherActionKeysKey = "windows.switcher.actionKeys";
-    static constexpr std::string_view switcherPreviewsKey = "windows.switcher.previews";
-    static constexpr std::string_view dockPreviewDelayKey = "windows.dockPreview.delay";
-    static constexpr std::string_view dockPreviewCurrentSpaceKey = "windows.dockPreview.currentSpace";
-    static constexpr std::string_view dockClickActionKey = "windows.dockClicks.action";
-    static constexpr std::string_view maximizeRestoresKey = "windows.maximize.restores";
-    static constexpr std::string_view maximizeExcludedKey = "windows.maximize.excluded";
-    static constexpr std::string_view snapEdgesKey = "windows.snap.edges";
-    static constexpr std::string_view snapSidesKey = "windows.snap.sides";
-    static constexpr std::string_view snapCornersKey = "windows.snap.corners";
-    static constexpr std::string_view snapTopKey = "windows.snap.top";
-    static constexpr std::string_view snapBottomKey = "windows.snap.bottom";
-    static constexpr std::string_view snapRestoresSizeKey = "windows.snap.restoresSize";
-    static constexpr std::string_view dragMoveKey = "windows.drag.move";
-    static constexpr std::string_view dragResizeKey = "windows.drag.resize";
-    static constexpr std::string_view dragChordKey = "windows.drag.chord";
-    static constexpr std::string_view quitOnCloseAppsKey = "windows.quitOnClose.apps";
+    using StringList = std::vector<std::string>;
+
+    // The raw values are the ones named by the enums' readers below.
+    static constexpr SettingKey<std::string_view> switcherTriggerKey { "windows.switcher.trigger", "option" };
+    static constexpr SettingKey<std::string_view> switcherSpacesKey { "windows.switcher.spaces", "all" };
+    static constexpr SettingKey<bool> switcherCurrentDisplayKey { "windows.switcher.currentDisplay", false };
+    static constexpr SettingKey<bool> switcherMinimizedKey { "windows.switcher.minimized", true };
+    static constexpr SettingKey<bool> switcherHiddenAppsKey { "windows.switcher.hiddenApps", true };
+    static constexpr SettingKey<bool> switcherWindowlessAppsKey { "windows.switcher.windowlessApps", true };
+    static constexpr SettingKey<bool> switcherActionKeysKey { "windows.switcher.actionKeys", true };
+    static constexpr SettingKey<bool> switcherPreviewsKey { "windows.switcher.previews", true };
+    // Seconds.
+    static constexpr SettingKey<double> dockPreviewDelayKey { "windows.dockPreview.delay", 0.3 };
+    static constexpr SettingKey<bool> dockPreviewCurrentSpaceKey { "windows.dockPreview.currentSpace", false };
+    static constexpr SettingKey<std::string_view> dockClickActionKey { "windows.dockClicks.action", "minimize" };
+    static constexpr SettingKey<bool> maximizeRestoresKey { "windows.maximize.restores", true };
+    static constexpr SettingKey<StringList> maximizeExcludedKey { "windows.maximize.excluded", {} };
+    static constexpr SettingKey<bool> snapEdgesKey { "windows.snap.edges", true };
+    static constexpr SettingKey<bool> snapSidesKey { "windows.snap.sides", true };
+    static constexpr SettingKey<bool> snapCornersKey { "windows.snap.corners", true };
+    static constexpr SettingKey<std::string_view> snapTopKey { "windows.snap.top", "maximize" };
+    static constexpr SettingKey<std::string_view> snapBottomKey { "windows.snap.bottom", "off" };
+    static constexpr SettingKey<bool> snapRestoresSizeKey { "windows.snap.restoresSize", true };
+    static constexpr SettingKey<bool> dragMoveKey { "windows.drag.move", true };
+    static constexpr SettingKey<bool> dragResizeKey { "windows.drag.resize", true };
+    static constexpr SettingKey<std::string_view> dragChordKey { "windows.drag.chord", "controlOption" };
+    static constexpr SettingKey<StringList> quitOnCloseAppsKey { "windows.quitOnClose.apps", {} };
     // App-wide: the gap kept between laid-out windows, in points ("Gap between windows").
-    static constexpr std::string_view windowGapKey = "windowLayout.gap";
+    static constexpr SettingKey<double> windowGapKey { "windowLayout.gap", 0 };
     // App-wide: whether window layouts tap the trackpad.
-    static constexpr std::string_view hapticsKey = "windowLayout.haptics";
+    static constexpr SettingKey<bool> hapticsKey { "windowLayout.haptics", true };
 
     // The bounds of the Dock preview delay, in seconds; a saved value outside is clamped on load.
     static constexpr double minimumDockPreviewDelay = 0.2;
     static constexpr double maximumDockPreviewDelay = 0.9;
 
-    // Key to default value, for every key above.
-    static nlohmann::json defaults();
+    // The switcher's enums from their raw values; none for an unknown one.
+    static constexpr std::optional<SwitcherTrigger> switcherTriggerNamed(std::string_view raw)
+    {
+        if (raw == "option")
+            return SwitcherTrigger::option;
+        if (raw == "command")
+            return SwitcherTrigger::command;
+        return std::nullopt;
+    }
+    static constexpr std::optional<SwitcherSpaces> switcherSpacesNamed(std::string_view raw)
+    {
+        if (raw == "current")
+            return SwitcherSpaces::current;
+        if (raw == "all")
+            return SwitcherSpaces::all;
+        return std::nullopt;
+    }
 
     explicit WindowsPreferences(Settings& settings);
     ~WindowsPreferences();
@@ -103,36 +121,37 @@ public:
     void setDockPreviewDelay(double seconds);
     void setWindowGap(double points);
     // For the bool and string-array keys above ("windows.snap.edges").
-    void setFlag(std::string_view key, bool on);
-    void setList(std::string_view key, std::vector<std::string> values);
+    void setFlag(const SettingKey<bool>& key, bool on);
+    void setList(const SettingKey<StringList>& key, StringList values);
 
 private:
+    // Filled in by load() from the keys, before any getter runs.
     struct Values {
-        SwitcherTrigger switcherTrigger = SwitcherTrigger::option;
-        SwitcherSpaces switcherSpaces = SwitcherSpaces::all;
-        bool switcherCurrentDisplay = false;
-        bool switcherMinimized = true;
-        bool switcherHiddenApps = true;
-        bool switcherWindowlessApps = true;
-        bool switcherActionKeys = true;
-        bool switcherPreviews = true;
-        double dockPreviewDelay = 0.3;
-        bool dockPreviewCurrentSpace = false;
-        DockClickAction dockClickAction = DockClickAction::minimize;
-        bool maximizeRestores = true;
+        SwitcherTrigger switcherTrigger;
+        SwitcherSpaces switcherSpaces;
+        bool switcherCurrentDisplay;
+        bool switcherMinimized;
+        bool switcherHiddenApps;
+        bool switcherWindowlessApps;
+        bool switcherActionKeys;
+        bool switcherPreviews;
+        double dockPreviewDelay;
+        bool dockPreviewCurrentSpace;
+        DockClickAction dockClickAction;
+        bool maximizeRestores;
         std::vector<std::string> maximizeExcluded;
-        bool snapEdges = true;
-        bool snapSides = true;
-        bool snapCorners = true;
-        SnapZones::TopEdge snapTop = SnapZones::TopEdge::maximize;
-        SnapZones::BottomEdge snapBottom = SnapZones::BottomEdge::off;
-        bool snapRestoresSize = true;
-        bool dragMove = true;
-        bool dragResize = true;
-        DragChord dragChord = DragChord::controlOption;
+        bool snapEdges;
+        bool snapSides;
+        bool snapCorners;
+        SnapZones::TopEdge snapTop;
+        SnapZones::BottomEdge snapBottom;
+        bool snapRestoresSize;
+        bool dragMove;
+        bool dragResize;
+        DragChord dragChord;
         std::vector<std::string> quitOnCloseApps;
-        double windowGap = 0;
-        bool haptics = true;
+        double windowGap;
+        bool haptics;
     };
 
     void load();

@@ -10,22 +10,10 @@ namespace {
 
 class FanConfigurationTest : public testing::Test {
 protected:
-    FanConfigurationTest() { settings.registerDefaults(FanConfiguration::defaults()); }
+    FanConfigurationTest() { FanConfiguration::registerDefaults(settings); }
 
     Settings settings { std::make_unique<MemorySettingsBackend>() };
 };
-
-TEST_F(FanConfigurationTest, DefaultsAreManualAtHalfWithOneRampCurve)
-{
-    auto configuration = FanConfiguration::load(settings);
-    EXPECT_EQ(configuration.mode, FanConfiguration::Mode::manual);
-    EXPECT_EQ(configuration.level, 50);
-    ASSERT_EQ(configuration.curves.size(), 1u);
-    EXPECT_EQ(configuration.curves[0].source, FanCurveSource::hottestSoC);
-    EXPECT_EQ(configuration.curves[0].level(60), 60);
-    EXPECT_EQ(settings.boolValue("monitor.fan.resumeAfterWake"), true);
-    EXPECT_EQ(settings.string("monitor.fan.helperVersion"), "");
-}
 
 TEST_F(FanConfigurationTest, SavesAndLoadsUnderItsKeys)
 {

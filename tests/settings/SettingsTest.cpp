@@ -63,6 +63,66 @@ TEST(Settings, ASavedValueOfTheWrongTypeReadsAsTheRegisteredDefault)
     }
 }
 
+constexpr SettingKey<bool> flagKey { "key", true };
+constexpr SettingKey<std::int64_t> countKey { "key", 7 };
+constexpr SettingKey<double> ratioKey { "key", 0.25 };
+constexpr SettingKey<std::string_view> modeKey { "key", "auto" };
+const SettingKey<std::vector<std::string>> listKey { "key", { "x" } };
+
+TEST(Settings, ASavedValueOfTheWrongTypeReadsAsTheKeyDefault)
+{
+    struct Row {
+        const char* name;
+        nlohmann::json saved;
+        std::function<bool(const Settings&)> readsDefault;
+    };
+    const Row rows[] = {
+        { "boolSavedAsString", "yes", [](const Settings& s) { return s.value(flagKey) == true; } },
+        { "boolSavedAsNumber", 0, [](const Settings& s) { return s.value(flagKey) == true; } },
+        { "integerSavedAsFraction", 2.5, [](const Settings& s) { return s.value(countKey) == 7; } },
+        { "integerSavedAsBool", false, [](const Settings& s) { return s.value(countKey) == 7; } },
+        { "integerTooLarge", 18446744073709551615u, [](const Settings& s) { return s.value(countKey) == 7; } },
+        { "numberSavedAsString", "1.5", [](const Settings& s) { return s.value(ratioKey) == 0.25; } },
+        { "stringSavedAsArray", { "a" }, [](const Settings& s) { return s.value(modeKey) == "auto"; } },
+        { "stringSavedAsNull", nullptr, [](const Settings& s) { return s.value(modeKey) == "auto"; } },
+        { "listSavedAsString", "a", [](const Settings& s) { return s.value(listKey) == listKey.defaultValue; } },
+        { "listWithANumberInIt", { "a", 1 }, [](const Settings& s) { return s.value(listKey) == listKey.defaultValue; } },
+    };
+    for (const auto& row : rows) {
+        auto settings = settingsWith({ { "key", row.saved } });
+        EXPECT_TRUE(row.readsDefault(settings)) << row.name;
+        EXPECT_EQ(settings.json("key"), row.saved) << row.name << ": the saved value is kept as it is";
+    }
+}
+
+TEST(Settings, KeysReadTheSavedValueAndWriteItBack)
+{
+    auto settings = settingsWith({ { "key", false } });
+    EXPECT_FALSE(settings.value(flagKey));
+    EXPECT_EQ(settings.value(countKey), 7) << "an absent or mistyped value reads as the default";
+    EXPECT_EQ(settings.saved(countKey), std::nullopt);
+
+    settings.set(countKey, 3);
+    EXPECT_EQ(settings.value(countKey), 3);
+    settings.set(ratioKey, 0.5);
+    EXPECT_EQ(settings.value(ratioKey), 0.5);
+    settings.set(modeKey, "manual");
+    EXPECT_EQ(settings.value(modeKey), "manual");
+    settings.set(listKey, { "a", "b" });
+    EXPECT_EQ(settings.value(listKey), (std::vector<std::string> { "a", "b" }));
+    EXPECT_EQ(settings.saved(listKey), (std::vector<std::string> { "a", "b" }));
+}
+
+TEST(Settings, DefaultsRegisteredFromKeysServeUntypedReads)
+{
+    constexpr SettingKey<std::string_view> otherKey { "other", "manual" };
+    auto settings = settingsWith({});
+    settings.registerDefaults(listKey, otherKey);
+    EXPECT_EQ(settings.json("key"), nlohmann::json({ "x" }));
+    EXPECT_EQ(settings.json("other"), "manual");
+    EXPECT_FALSE(settings.contains("key")) << "a default is not a saved value";
+}
+
 TEST(Settings, SavedValuesWinOverRegisteredDefaults)
 {
     auto settings = settingsWith({ { "a", 1 } });

@@ -42,15 +42,6 @@ struct Fixture {
     std::unique_ptr<Settings> settings;
 };
 
-TEST(FeatureStore, OffByDefaultHoldsTheTwentySixListedFeatures)
-{
-    EXPECT_EQ(FeatureStore::offByDefault().size(), 26);
-    for (auto feature : { FeatureID::mouseScroll, FeatureID::fanControl, FeatureID::finderShortcuts, FeatureID::dragSnap })
-        EXPECT_TRUE(FeatureStore::offByDefault().contains(feature)) << rawValue(feature);
-    EXPECT_FALSE(FeatureStore::offByDefault().contains(FeatureID::timer));
-    EXPECT_EQ(FeatureStore::originalFeatures, (FeatureSet { FeatureID::mouseScroll, FeatureID::quitProtection }));
-}
-
 // Each row: what the settings hold before the first load, and what is off afterwards.
 struct MigrationRow {
     const char* name;

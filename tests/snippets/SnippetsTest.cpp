@@ -189,7 +189,7 @@ TEST_F(SnippetsTest, ExcludedAppsAndSecureTypingStopExpansion)
     m_runtime.runUntilIdle();
     EXPECT_TRUE(m_keys.posted.empty());
 
-    m_settings->set(Snippets::excludedAppsKey, nlohmann::json::array());
+    m_settings->set(Snippets::excludedAppsKey, {});
     m_focus.secureInput = true;
     type(" ;s");
     m_runtime.runUntilIdle();

@@ -16,37 +16,6 @@ std::unique_ptr<Settings> settingsWith(nlohmann::json saved)
     return std::make_unique<Settings>(std::make_unique<MemorySettingsBackend>(std::move(saved)));
 }
 
-TEST(WindowsPreferences, StartsWithTheDefaults)
-{
-    auto settings = settingsWith(nlohmann::json::object());
-    P preferences(*settings);
-    EXPECT_EQ(preferences.switcherTrigger(), SwitcherTrigger::option);
-    EXPECT_EQ(preferences.switcherSpaces(), SwitcherSpaces::all);
-    EXPECT_FALSE(preferences.switcherCurrentDisplay());
-    EXPECT_TRUE(preferences.switcherMinimized());
-    EXPECT_TRUE(preferences.switcherHiddenApps());
-    EXPECT_TRUE(preferences.switcherWindowlessApps());
-    EXPECT_TRUE(preferences.switcherActionKeys());
-    EXPECT_TRUE(preferences.switcherPreviews());
-    EXPECT_EQ(preferences.dockPreviewDelay(), 0.3);
-    EXPECT_FALSE(preferences.dockPreviewCurrentSpace());
-    EXPECT_EQ(preferences.dockClickAction(), DockClickAction::minimize);
-    EXPECT_TRUE(preferences.maximizeRestores());
-    EXPECT_TRUE(preferences.maximizeExcluded().empty());
-    EXPECT_TRUE(preferences.snapEdges());
-    EXPECT_TRUE(preferences.snapRestoresSize());
-    EXPECT_TRUE(preferences.dragMove());
-    EXPECT_TRUE(preferences.dragResize());
-    EXPECT_EQ(preferences.dragChord(), DragChord::controlOption);
-    EXPECT_TRUE(preferences.quitOnCloseApps().empty());
-    EXPECT_EQ(preferences.windowGap(), 0);
-    EXPECT_EQ(preferences.snapConfig(), (SnapZones::Config { true, true, SnapZones::TopEdge::maximize,
-                                            SnapZones::BottomEdge::off }));
-    // Every default is registered, so other readers of the settings see it too.
-    EXPECT_EQ(settings->string("windows.snap.bottom"), "off");
-    EXPECT_EQ(P::defaults().size(), 25u);
-}
-
 TEST(WindowsPreferences, ReadsUnknownValuesAsTheFirstCase)
 {
     auto settings = settingsWith({

@@ -10,25 +10,24 @@ std::string_view FanConfiguration::rawValue(Mode mode)
     return mode == Mode::curve ? "curve" : "manual";
 }
 
-nlohmann::json FanConfiguration::defaults()
+const SettingKey<nlohmann::json>& FanConfiguration::curveKey()
 {
-    auto curve = FanCurve::make(FanCurveSource::hottestSoC, { FanCurvePoint::make(40, 20), FanCurvePoint::make(80, 100) });
-    return nlohmann::json {
-        { std::string(modeKey), std::string(rawValue(Mode::manual)) },
-        { std::string(levelKey), 50 },
-        { std::string(resumeAfterWakeKey), true },
-        { std::string(curveKey), encodeCurves({ curve }) },
-        { std::string(helperVersionKey), "" },
-    };
+    static const SettingKey<nlohmann::json> key { "monitor.fan.curve",
+        encodeCurves({ FanCurve::make(FanCurveSource::hottestSoC, { FanCurvePoint::make(40, 20), FanCurvePoint::make(80, 100) }) }) };
+    return key;
+}
+
+void FanConfiguration::registerDefaults(Settings& settings)
+{
+    settings.registerDefaults(modeKey, levelKey, resumeAfterWakeKey, curveKey(), helperVersionKey);
 }
 
 FanConfiguration FanConfiguration::load(const Settings& settings)
 {
     FanConfiguration configuration;
-    configuration.mode = settings.string(modeKey).value_or("") == "curve" ? Mode::curve : Mode::manual;
-    configuration.level = static_cast<int>(std::clamp<std::int64_t>(settings.integer(levelKey).value_or(50), 0, 100));
-    if (auto curves = settings.json(curveKey))
-        configuration.curves = decodeCurves(*curves);
+    configuration.mode = settings.value(modeKey) == rawValue(Mode::curve) ? Mode::curve : Mode::manual;
+    configuration.level = static_cast<int>(std::clamp<std::int64_t>(settings.value(levelKey), 0, 100));
+    configuration.curves = decodeCurves(settings.value(curveKey()));
     return configuration;
 }
 
@@ -36,7 +35,7 @@ void FanConfiguration::save(Settings& settings) const
 {
     settings.set(modeKey, std::string(rawValue(mode)));
     settings.set(levelKey, level);
-    settings.set(curveKey, encodeCurves(curves));
+    settings.set(curveKey(), encodeCurves(curves));
 }
 
 nlohmann::json FanConfiguration::encodeCurves(const std::vector<FanCurve>& curves)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -15,22 +16,26 @@ namespace quillmar {
 struct FanConfiguration {
     enum class Mode { manual, curve };
 
-    static constexpr std::string_view modeKey = "monitor.fan.mode";
-    static constexpr std::string_view levelKey = "monitor.fan.level";
-    static constexpr std::string_view resumeAfterWakeKey = "monitor.fan.resumeAfterWake";
-    static constexpr std::string_view curveKey = "monitor.fan.curve";
-    static constexpr std::string_view helperVersionKey = "monitor.fan.helperVersion";
+    // "manual" or "curve"; anything else reads as manual.
+    static constexpr SettingKey<std::string_view> modeKey { "monitor.fan.mode", "manual" };
+    // Percent, clamped to 0...100 on load.
+    static constexpr SettingKey<std::int64_t> levelKey { "monitor.fan.level", 50 };
+    static constexpr SettingKey<bool> resumeAfterWakeKey { "monitor.fan.resumeAfterWake", true };
+    // As encodeCurves() writes them; by default one curve over the hottest SoC sensor from 20 % at 40 °C to
+    // 100 % at 80 °C. A function, as its default is built at run time.
+    static const SettingKey<nlohmann::json>& curveKey();
+    // The helper version last registered; none yet by default.
+    static constexpr SettingKey<std::string_view> helperVersionKey { "monitor.fan.helperVersion", "" };
 
     Mode mode = Mode::manual;
-    int level = 50;
+    int level = static_cast<int>(levelKey.defaultValue);
     std::vector<FanCurve> curves;
 
     // "manual" or "curve".
     static std::string_view rawValue(Mode mode);
 
-    // The defaults of the five keys: manual at 50 %, resume after wake on, one curve over the hottest SoC
-    // sensor from 20 % at 40 °C to 100 % at 80 °C, no helper version.
-    static nlohmann::json defaults();
+    // Registers the defaults of the five keys.
+    static void registerDefaults(Settings& settings);
 
     // Reads the configuration; an unknown mode reads as manual, a level outside 0...100 is clamped, and
     // curves or points that do not decode are left out.

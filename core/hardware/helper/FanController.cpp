@@ -27,10 +27,10 @@ FanController::FanController(Runtime& runtime, Settings& settings, FanHelperClie
     , m_self(std::make_shared<FanController*>(this))
 {
     assertMain();
-    m_settings.registerDefaults(FanConfiguration::defaults());
+    FanConfiguration::registerDefaults(m_settings);
     m_observer = m_settings.observe([this](std::string_view key) {
-        bool configurationChanged = key == FanConfiguration::modeKey || key == FanConfiguration::levelKey
-            || key == FanConfiguration::curveKey;
+        bool configurationChanged = key == FanConfiguration::modeKey.name || key == FanConfiguration::levelKey.name
+            || key == FanConfiguration::curveKey().name;
         if (!configurationChanged)
             return;
         // The user's change is what takes the fans again after the helper let go of them.
@@ -86,14 +86,14 @@ void FanController::systemDidWake()
 {
     assertMain();
     m_asleep = false;
-    if (m_enabled && !m_dropped && m_settings.boolValue(FanConfiguration::resumeAfterWakeKey).value_or(true))
+    if (m_enabled && !m_dropped && m_settings.value(FanConfiguration::resumeAfterWakeKey))
         start();
 }
 
 bool FanController::ensureHelper()
 {
     auto bundled = m_client.bundledVersion();
-    if (m_settings.string(FanConfiguration::helperVersionKey) == bundled)
+    if (m_settings.value(FanConfiguration::helperVersionKey) == bundled)
         return true;
     auto registered = m_client.registerHelper();
     if (!registered) {
