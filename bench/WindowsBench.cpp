@@ -110,7 +110,7 @@ void titleDragEvent(benchmark::State& state)
     } applications;
     WindowManager manager(runtime, { desktop, applications, desktop, feedback, feedback }, preferences);
     WindowDragging dragging(runtime, tap, { desktop, desktop, desktop, desktop, desktop, desktop }, manager, preferences);
-    dragging.configure(true, false);
+    dragging.configure({ .snap = true, .chordDrags = false });
 
     // The topmost window is the last one added; move it to the front of the list.
     std::rotate(desktop.windows.begin(), desktop.windows.end() - 1, desktop.windows.end());
