@@ -6,21 +6,6 @@
 namespace quillmar {
 namespace {
 
-TEST(CommandSourceTest, RawValuesRoundTripInTableOrder)
-{
-    const char* expected[] = { "answer", "apps", "settings", "windows", "menus", "files", "clipboard", "snippets",
-        "actions", "emoji", "scripts", "web" };
-    ASSERT_EQ(allCommandSources().size(), std::size(expected));
-    for (std::size_t index = 0; index < std::size(expected); ++index) {
-        auto source = allCommandSources()[index];
-        EXPECT_EQ(static_cast<std::size_t>(source), index);
-        EXPECT_EQ(rawValue(source), expected[index]);
-        EXPECT_EQ(commandSourceFromRawValue(expected[index]), source);
-    }
-    EXPECT_EQ(commandSourceFromRawValue("Apps"), std::nullopt);
-    EXPECT_EQ(commandSourceFromRawValue(""), std::nullopt);
-}
-
 TEST(CommandScopeTest, AllCoversEverySourceAndTheOthersTheirOwn)
 {
     EXPECT_EQ(sources(CommandScope::all).size(), commandSourceCount);

@@ -31,56 +31,6 @@ TEST(ShortcutAction, ReferencesCarryThePrefix)
     EXPECT_EQ(shortcutActionFromReference("shortcut.nothing"), std::nullopt);
 }
 
-struct ActionRow {
-    const char* name;
-    ShortcutAction action;
-    std::string_view rawValue;
-    std::string_view title;
-    std::optional<FeatureID> feature;
-    std::optional<Shortcut> shortcut;
-};
-
-// Test names show the row's name rather than its bytes.
-void PrintTo(const ActionRow& row, std::ostream* out)
-{
-    *out << row.name;
-}
-
-class ShortcutActionRow : public testing::TestWithParam<ActionRow> { };
-
-TEST_P(ShortcutActionRow, MatchesTheTable)
-{
-    const auto& row = GetParam();
-    EXPECT_EQ(rawValue(row.action), row.rawValue);
-    EXPECT_EQ(title(row.action), row.title);
-    EXPECT_EQ(feature(row.action), row.feature);
-    EXPECT_EQ(defaultShortcut(row.action), row.shortcut);
-}
-
-INSTANTIATE_TEST_SUITE_P(Table, ShortcutActionRow,
-    testing::Values(
-        ActionRow { "togglePanelHasNoFeature", ShortcutAction::togglePanel, "togglePanel", "Open Quillmar",
-            std::nullopt, Shortcut { 49, 6144, "Space" } },
-        ActionRow { "clipboardPickerIsControlOptionV", ShortcutAction::clipboardPicker, "clipboardPicker",
-            "Show clipboard history", FeatureID::clipboard, Shortcut { 9, 6144, "V" } },
-        ActionRow { "plainPasteAddsShiftToTheSameKey", ShortcutAction::plainPaste, "plainPaste",
-            "Paste as plain text", FeatureID::plainPaste, Shortcut { 9, 6656, "V" } },
-        ActionRow { "keepAwakeShipsUnbound", ShortcutAction::keepAwake, "keepAwake", "Toggle keep awake",
-            FeatureID::keepAwake, std::nullopt },
-        ActionRow { "maximizeUsesReturn", ShortcutAction::maximize, "maximize", "Maximize",
-            FeatureID::windowLayout, Shortcut { 36, 6144, "↩" } },
-        ActionRow { "previousDisplayAddsCommand", ShortcutAction::previousDisplay, "previousDisplay",
-            "Previous display", FeatureID::windowLayout, Shortcut { 123, 6400, "←" } },
-        ActionRow { "captureScreenBelongsToScreenshot", ShortcutAction::captureScreen, "captureScreen",
-            "Take a screenshot", FeatureID::screenshot, Shortcut { 1, 6144, "S" } },
-        ActionRow { "commandBarIsOptionSpace", ShortcutAction::commandBar, "commandBar", "Open the command bar",
-            FeatureID::commandBar, Shortcut { 49, 2048, "Space" } },
-        ActionRow { "quickPanelIsControlCommandV", ShortcutAction::quickPanel, "quickPanel",
-            "Open the quick panel", FeatureID::quickPanel, Shortcut { 9, 4352, "V" } },
-        ActionRow { "cleaningModeIsLast", ShortcutAction::cleaningMode, "cleaningMode", "Start cleaning mode",
-            FeatureID::cleaningMode, std::nullopt }),
-    [](const testing::TestParamInfo<ActionRow>& row) { return std::string(row.param.name); });
-
 TEST(ShortcutAction, DefaultsBindTwentyEightActionsWithoutAccidentalClashes)
 {
     std::vector<std::pair<std::uint32_t, std::uint32_t>> combinations;
