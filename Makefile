@@ -2,6 +2,7 @@
 JOBS ?= $(shell nproc)
 ARGS ?= --help
 FUZZ_SECONDS ?= 30
+FUZZ_JOBS ?= $(JOBS)
 
 .PHONY: deps run test bench fuzz clean
 
@@ -26,10 +27,7 @@ bench: deps
 fuzz: deps
 	cmake --preset fuzz
 	cmake --build --preset fuzz -j $(JOBS)
-	@for f in build/fuzz/fuzz/fuzz_*; do \
-	  name=$$(basename $$f); corpus=fuzz/corpus/$${name#fuzz_}; mkdir -p build/fuzz/corpus/$$name; \
-	  echo "== $$name ($(FUZZ_SECONDS) s)"; \
-	  $$f -max_total_time=$(FUZZ_SECONDS) build/fuzz/corpus/$$name $$corpus || exit 1; done
+	@scripts/fuzz-all $(FUZZ_SECONDS) $(FUZZ_JOBS)
 
 clean:
 	rm -rf build
