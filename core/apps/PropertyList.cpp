@@ -142,9 +142,11 @@ private:
 } // namespace
 
 // g++ 12 at -O2 takes the move of the recursive value into the result for a read of uninitialised memory (a
-// false positive of its variant analysis); the warning is silenced for this function only.
+// false positive of its variant analysis); the warning is silenced for this function only (clang has no such warning).
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
+#endif
 ParseResult<PropertyValue> parsePropertyList(std::string_view bytes, const PropertyListLimits& limits)
 {
     if (bytes.empty())
@@ -166,6 +168,8 @@ ParseResult<PropertyValue> parsePropertyList(std::string_view bytes, const Prope
         return converter.failure();
     return std::move(*value);
 }
+#if defined(__GNUC__) && !defined(__clang__)
 #pragma GCC diagnostic pop
+#endif
 
 } // namespace quillmar
