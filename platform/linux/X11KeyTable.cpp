@@ -149,6 +149,11 @@ std::optional<Keysym> keysym(std::uint32_t code)
     return found->keysym;
 }
 
+bool isModifierKey(std::uint32_t code)
+{
+    return code >= KeyCode::firstModifier && code <= KeyCode::lastModifier;
+}
+
 namespace {
 
 struct ModifierPair {

@@ -19,6 +19,9 @@ std::optional<std::uint32_t> keyCode(Keysym keysym);
 // letters, KP_1 for keypad 1). None for a code outside the vocabulary.
 std::optional<Keysym> keysym(std::uint32_t keyCode);
 
+// Whether the code is one of the keys that only change modifiers (Shift, Control, ...).
+bool isModifierKey(std::uint32_t keyCode);
+
 // X core state bits.
 namespace X11Modifier {
 inline constexpr std::uint16_t shift = 1 << 0;
