@@ -1,10 +1,8 @@
 #include "cli/KeysCommands.h"
 
 #include <poll.h>
-#include <pthread.h>
 #include <signal.h>
 #include <sys/eventfd.h>
-#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include <xkbcommon/xkbcommon.h>
@@ -28,21 +26,24 @@ namespace quillmar::cli {
 namespace {
 
 // SIGINT and SIGTERM stop the main loop instead of the process, so that grabs are released and output
-// flushed. The signals are blocked from construction on (threads started later inherit that) and read
-// from a signalfd by a thread of their own.
+// flushed. Handlers rather than a blocked mask: a signal goes to any thread that does not block it, and
+// libraries may have started threads before. The handler only writes to an eventfd that a thread watches.
 class StopSignals final {
 public:
     explicit StopSignals(EventLoop& loop)
     {
-        sigset_t signals;
-        sigemptyset(&signals);
-        sigaddset(&signals, SIGINT);
-        sigaddset(&signals, SIGTERM);
-        pthread_sigmask(SIG_BLOCK, &signals, &m_previous);
-        m_signals = FileDescriptor(::signalfd(-1, &signals, SFD_CLOEXEC));
+        s_signalled = ::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
         m_wake = FileDescriptor(::eventfd(0, EFD_CLOEXEC));
+        struct sigaction action {};
+        action.sa_handler = [](int) {
+            std::uint64_t one = 1;
+            [[maybe_unused]] auto written = ::write(s_signalled, &one, sizeof one);
+        };
+        sigemptyset(&action.sa_mask);
+        ::sigaction(SIGINT, &action, &m_previousInterrupt);
+        ::sigaction(SIGTERM, &action, &m_previousTerminate);
         m_thread = std::thread([this, &loop] {
-            pollfd descriptors[2] { { m_signals.get(), POLLIN, 0 }, { m_wake.get(), POLLIN, 0 } };
+            pollfd descriptors[2] { { s_signalled, POLLIN, 0 }, { m_wake.get(), POLLIN, 0 } };
             while (::poll(descriptors, 2, -1) < 0) { }
             if (descriptors[0].revents & POLLIN)
                 loop.post([&loop] { loop.stop(); });
@@ -54,15 +55,19 @@ public:
         std::uint64_t one = 1;
         [[maybe_unused]] auto written = ::write(m_wake.get(), &one, sizeof one);
         m_thread.join();
-        pthread_sigmask(SIG_SETMASK, &m_previous, nullptr);
+        ::sigaction(SIGINT, &m_previousInterrupt, nullptr);
+        ::sigaction(SIGTERM, &m_previousTerminate, nullptr);
+        ::close(s_signalled);
+        s_signalled = -1;
     }
 
     StopSignals(const StopSignals&) = delete;
     StopSignals& operator=(const StopSignals&) = delete;
 
 private:
-    sigset_t m_previous {};
-    FileDescriptor m_signals;
+    static inline int s_signalled = -1;
+    struct sigaction m_previousInterrupt {};
+    struct sigaction m_previousTerminate {};
     FileDescriptor m_wake;
     std::thread m_thread;
 };

@@ -34,8 +34,9 @@ protected:
         arguments.insert(arguments.end(), words.begin(), words.end());
         auto child = ChildProcess::start(arguments, { m_server->environment() });
         EXPECT_TRUE(child);
-        if (child)
+        if (child) {
             EXPECT_EQ(child->readErrorLine(deadline()), ready);
+        }
         return child;
     }
 
