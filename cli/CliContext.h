@@ -53,6 +53,8 @@ public:
     AppServices& services();
     // The real runtime, for commands that wait on background work.
     Runtime& runtime() { return m_runtime; }
+    // Its main queue, for commands that run until something stops them.
+    EventLoop& eventLoop() { return m_runtime.eventLoop(); }
     // Where the application keeps its settings and stores (the CLI only reads the stores).
     const FileLocations& locations() const { return *m_locations; }
 

@@ -18,6 +18,7 @@
 #include "cli/CommandBarCommands.h"
 #include "cli/FeaturesCommand.h"
 #include "cli/HardwareCommands.h"
+#include "cli/KeysCommands.h"
 #include "cli/NetCommands.h"
 #include "cli/ShortcutsCommand.h"
 #include "cli/SnippetsCommand.h"
@@ -70,6 +71,7 @@ int runCommandLine(int argc, const char* const* argv, std::istream& in, std::ost
     app.set_help_all_flag("--help-all", "Every command with its options");
     addFeaturesCommand(app, context);
     addShortcutsCommand(app, context);
+    addKeysCommands(app, context);
     addCommandBarCommands(app, context);
     addAnswerCommands(app, context);
     addClipboardCommand(app, context);
