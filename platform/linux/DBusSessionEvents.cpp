@@ -115,14 +115,20 @@ struct DBusSessionEvents::Watch {
             if (auto path = sessionPath(); !path.empty())
                 subscribe(system.get(), logindName, logindSession, "Lock", path.c_str(), SessionEvent::screenLocked,
                     /*onlyWhenTrue=*/false);
-            roundTrip(system.get());
         }
         if (session) {
             for (const char* name : screenSavers)
                 subscribe(session.get(), name, name, "ActiveChanged", /*path=*/nullptr, SessionEvent::screenLocked,
                     /*onlyWhenTrue=*/true);
-            roundTrip(session.get());
         }
+    }
+
+    // Once a bus has answered, it has handled the match rules sent before.
+    void roundTrips()
+    {
+        for (const auto& connection : { system.get(), session.get() })
+            if (connection)
+                roundTrip(connection);
     }
 
     void stop()
@@ -161,10 +167,9 @@ void DBusSessionEvents::startObserving(std::function<void(SessionEvent)> handler
                 m_handler(event);
         });
     };
-    m_thread.post([this, watch = m_watch.get(), generation, deliver = std::move(deliver)]() mutable {
+    m_thread.post([watch = m_watch.get(), deliver = std::move(deliver)]() mutable {
         watch->deliver = std::move(deliver);
         watch->start();
-        settle(generation);
     });
 }
 
@@ -172,24 +177,29 @@ void DBusSessionEvents::stopObserving()
 {
     m_mainQueue.assertMainThread("session events");
     m_handler = nullptr;
-    auto generation = ++m_generation;
-    m_thread.post([this, watch = m_watch.get(), generation] {
-        watch->stop();
-        settle(generation);
-    });
+    ++m_generation;
+    m_thread.post([watch = m_watch.get()] { watch->stop(); });
 }
 
 bool DBusSessionEvents::waitUntilSettled(std::chrono::milliseconds timeout)
 {
+    m_mainQueue.assertMainThread("session events");
+    auto ticket = ++m_settleRequests;
+    m_thread.post([this, watch = m_watch.get(), ticket] {
+        // A bus answers in order, so the signals it routed here before the answer have arrived by then; their
+        // callbacks are queued on this thread, ahead of the work posted next.
+        watch->roundTrips();
+        m_thread.post([this, ticket] { settle(ticket); });
+    });
     std::unique_lock lock(m_settledMutex);
-    return m_settledChanged.wait_for(lock, timeout, [&] { return m_settledGeneration >= m_generation; });
+    return m_settledChanged.wait_for(lock, timeout, [&] { return m_settled >= ticket; });
 }
 
-void DBusSessionEvents::settle(std::uint64_t generation)
+void DBusSessionEvents::settle(std::uint64_t ticket)
 {
     {
         std::lock_guard lock(m_settledMutex);
-        m_settledGeneration = generation;
+        m_settled = ticket;
     }
     m_settledChanged.notify_all();
 }

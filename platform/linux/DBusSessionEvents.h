@@ -33,13 +33,14 @@ public:
     void stopObserving() override;
 
     // Waits until the buses have taken in what the last start or stop asked for (or connecting failed), so that
-    // no signal sent afterwards is missed. False when `timeout` passed first. Main thread.
+    // no signal sent afterwards is missed, and until the signals the buses had routed here by then have been
+    // posted to the main queue. False when `timeout` passed first. Main thread.
     bool waitUntilSettled(std::chrono::milliseconds timeout);
 
 private:
     struct Watch;
 
-    void settle(std::uint64_t generation);
+    void settle(std::uint64_t ticket);
 
     MainQueue& m_mainQueue;
     std::function<void(SessionEvent)> m_handler;
@@ -47,9 +48,10 @@ private:
     std::uint64_t m_generation = 0;
     std::unique_ptr<Watch> m_watch;
 
+    std::uint64_t m_settleRequests = 0;
     std::mutex m_settledMutex;
     std::condition_variable m_settledChanged;
-    std::uint64_t m_settledGeneration = 0;
+    std::uint64_t m_settled = 0;
 
     GMainLoopThread m_thread;
     LifetimeGuard m_guard;
