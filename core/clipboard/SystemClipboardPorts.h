@@ -5,6 +5,8 @@
 #include "core/clipboard/FrontApplications.h"
 #include "core/clipboard/Pasteboard.h"
 #include "core/clipboard/SessionEvents.h"
+#include "core/clipboard/UserNotices.h"
+#include "core/runtime/MainQueue.h"
 
 namespace quillmar {
 
@@ -15,8 +17,10 @@ struct SystemClipboardPorts {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplications> frontApplications;
     std::unique_ptr<SessionEvents> sessionEvents;
+    std::unique_ptr<UserNotices> notices;
 };
 
-SystemClipboardPorts makeSystemClipboardPorts();
+// `mainQueue` is where the ports deliver what the system reports (session events); it must outlive them.
+SystemClipboardPorts makeSystemClipboardPorts(MainQueue& mainQueue);
 
 } // namespace quillmar

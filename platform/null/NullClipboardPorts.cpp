@@ -33,4 +33,8 @@ void NullSessionEvents::startObserving(std::function<void(SessionEvent)>) { }
 
 void NullSessionEvents::stopObserving() { }
 
+void NullUserNotices::show(std::string_view, std::string_view) { }
+
+void NullUserNotices::askForAccessibility(std::string_view) { }
+
 } // namespace quillmar

@@ -3,6 +3,7 @@
 #include "core/clipboard/FrontApplications.h"
 #include "core/clipboard/Pasteboard.h"
 #include "core/clipboard/SessionEvents.h"
+#include "core/clipboard/UserNotices.h"
 
 namespace quillmar {
 
@@ -31,6 +32,13 @@ class NullSessionEvents final : public SessionEvents {
 public:
     void startObserving(std::function<void(SessionEvent)> handler) override;
     void stopObserving() override;
+};
+
+// Nobody is told anything.
+class NullUserNotices final : public UserNotices {
+public:
+    void show(std::string_view message, std::string_view detail) override;
+    void askForAccessibility(std::string_view reason) override;
 };
 
 } // namespace quillmar

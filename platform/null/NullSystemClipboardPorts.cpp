@@ -3,12 +3,13 @@
 
 namespace quillmar {
 
-SystemClipboardPorts makeSystemClipboardPorts()
+SystemClipboardPorts makeSystemClipboardPorts(MainQueue&)
 {
     SystemClipboardPorts ports;
     ports.pasteboard = std::make_unique<NullPasteboard>();
     ports.frontApplications = std::make_unique<NullFrontApplications>();
     ports.sessionEvents = std::make_unique<NullSessionEvents>();
+    ports.notices = std::make_unique<NullUserNotices>();
     return ports;
 }
 
