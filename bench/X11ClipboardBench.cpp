@@ -61,7 +61,7 @@ void readText1MB(benchmark::State& state)
         if (reading.strings[std::string(PasteboardTypes::text[0])].size() != text.size())
             state.SkipWithError("the text was not read whole");
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * text.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(text.size()));
 }
 BENCHMARK(readText1MB)->Unit(benchmark::kMillisecond)->UseRealTime();
 
@@ -76,7 +76,7 @@ void readImage10MB(benchmark::State& state)
         if (!reading.image || reading.image->data.size() != png.size())
             state.SkipWithError("the image was not read whole");
     }
-    state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * png.size()));
+    state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(png.size()));
 }
 BENCHMARK(readImage10MB)->Unit(benchmark::kMillisecond)->UseRealTime();
 

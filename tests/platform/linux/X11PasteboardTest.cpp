@@ -8,7 +8,10 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <condition_variable>
+#include <mutex>
 #include <random>
+#include <set>
 
 #include "core/clipboard/PasteboardSnapshot.h"
 #include "platform/linux/X11Pasteboard.h"
@@ -27,11 +30,12 @@ std::string readWhole(const std::filesystem::path& path)
     return { std::istreambuf_iterator<char>(file), {} };
 }
 
-// A clipboard owner written directly with xcb on the fixture's connection: it offers `values` (target name to
+// A selection owner written directly with xcb on the fixture's connection: it offers `values` (target name to
 // bytes; none never answers) and, with `garbage`, atoms that name nothing among its targets.
 class TestOwner final {
 public:
-    TestOwner(X11Connection& connection, std::map<std::string, std::optional<std::string>> values, bool garbage = false)
+    TestOwner(X11Connection& connection, std::map<std::string, std::optional<std::string>> values, bool garbage = false,
+        const std::string& selection = "CLIPBOARD")
         : m_connection(connection)
     {
         auto* raw = connection.raw();
@@ -49,7 +53,7 @@ public:
             if ((event.response_type & 0x7F) == XCB_SELECTION_REQUEST)
                 serve(reinterpret_cast<const xcb_selection_request_event_t&>(event));
         });
-        xcb_set_selection_owner(raw, m_window, connection.atom(X11Atom::clipboard), XCB_CURRENT_TIME);
+        xcb_set_selection_owner(raw, m_window, intern(selection), XCB_CURRENT_TIME);
         EXPECT_TRUE(connection.roundTrip());
     }
     ~TestOwner()
@@ -59,7 +63,6 @@ public:
         EXPECT_TRUE(m_connection.roundTrip());
     }
 
-private:
     xcb_atom_t intern(const std::string& name)
     {
         auto answer = m_connection.answer(
@@ -68,8 +71,22 @@ private:
         return answer && answer->reply ? static_cast<xcb_intern_atom_reply_t*>(answer->reply.get())->atom : XCB_NONE;
     }
 
+    // Whether a request for `target` came within the deadline.
+    bool awaitRequest(const std::string& target)
+    {
+        auto atom = intern(target);
+        std::unique_lock lock(m_mutex);
+        return m_requested.wait_for(lock, timeout, [&] { return m_requests.count(atom) > 0; });
+    }
+
+private:
     void serve(const xcb_selection_request_event_t& request)
     {
+        {
+            std::lock_guard lock(m_mutex);
+            m_requests.insert(request.target);
+        }
+        m_requested.notify_all();
         auto* raw = m_connection.raw();
         auto property = request.property;
         if (request.target == m_connection.atom(X11Atom::targets)) {
@@ -98,6 +115,9 @@ private:
     std::vector<xcb_atom_t> m_targets;
     std::map<xcb_atom_t, std::optional<std::string>> m_values;
     X11Connection::ListenerID m_listener = 0;
+    std::mutex m_mutex;
+    std::condition_variable m_requested;
+    std::set<xcb_atom_t> m_requests;
 };
 
 class X11PasteboardTest : public ::testing::Test {
@@ -274,6 +294,19 @@ TEST_F(X11PasteboardTest, OurWriteReadsBackAsOursAndEndsWhenAnotherClientCopies)
     EXPECT_TRUE(m_pasteboard->awaitLoss(timeout));
     EXPECT_FALSE(m_pasteboard->ownsClipboard());
     EXPECT_EQ(m_pasteboard->read().strings[textType], "theirs");
+}
+
+TEST_F(X11PasteboardTest, QuittingWhileOwningOffersTheContentsToAClipboardManagerWithoutWaitingLong)
+{
+    TestOwner manager(m_server->connection(), { { "SAVE_TARGETS", std::nullopt } }, false, "CLIPBOARD_MANAGER");
+    auto pasteboard = make({ .handOverTimeout = std::chrono::milliseconds(100) });
+    ASSERT_NE(pasteboard, nullptr);
+    ASSERT_TRUE(pasteboard->write({ "keep me", {}, std::nullopt, {}, std::nullopt }));
+    auto started = std::chrono::steady_clock::now();
+    pasteboard.reset();
+    // An upper bound with ample slack for a manager that never answers.
+    EXPECT_LT(std::chrono::steady_clock::now() - started, std::chrono::seconds(2));
+    EXPECT_TRUE(manager.awaitRequest("SAVE_TARGETS"));
 }
 
 TEST_F(X11PasteboardTest, ClearLeavesTheClipboardWithoutAnOwner)
