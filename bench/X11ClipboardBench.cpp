@@ -6,6 +6,8 @@
 
 #include <random>
 
+#include <fmt/format.h>
+
 #include "core/clipboard/PasteboardSnapshot.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/linux/X11Session.h"
@@ -15,11 +17,17 @@ namespace {
 
 std::unique_ptr<X11Pasteboard> open()
 {
-    auto connection = X11Connection::open("");
-    if (!connection)
-        return nullptr;
-    auto pasteboard = X11Pasteboard::create(std::move(connection).value(), {});
-    return pasteboard ? std::move(pasteboard).value() : nullptr;
+    // Xvfb turns a connection away now and then when clients come and go quickly: a few tries.
+    for (int attempt = 0; attempt < 5; ++attempt) {
+        auto connection = X11Connection::open("");
+        if (!connection)
+            continue;
+        auto pasteboard = X11Pasteboard::create(std::move(connection).value(), {});
+        if (pasteboard)
+            return std::move(pasteboard).value();
+        fmt::print(stderr, "{}\n", pasteboard.error().context);
+    }
+    return nullptr;
 }
 
 // An owner on a connection of its own and a reader, or an error set on `state`.
@@ -35,7 +43,12 @@ Clients clients(benchmark::State& state, const PasteboardWriting& writing)
         return {};
     }
     Clients both { open(), open() };
-    if (!both.owner || !both.reader || !both.owner->write(writing)) {
+    if (!both.owner || !both.reader) {
+        state.SkipWithError("no connection to the X server");
+        return {};
+    }
+    auto seen = both.reader->changeCount();
+    if (!both.owner->write(writing) || !both.reader->awaitChange(seen, std::chrono::seconds(2))) {
         state.SkipWithError("the X server refused the clipboard");
         return {};
     }

@@ -386,11 +386,12 @@ std::shared_ptr<const X11Pasteboard::Offer> X11Pasteboard::makeOffer(const Paste
 
 void X11Pasteboard::setOwner(xcb_window_t owner)
 {
-    auto seen = m_changeCount.load();
     xcb_set_selection_owner(m_connection->raw(), owner, atom("CLIPBOARD"), XCB_CURRENT_TIME);
     xcb_flush(m_connection->raw());
-    // The server reports our own change too; waiting for it keeps the count current when we return.
-    awaitChange(seen, X11Connection::replyTimeout);
+    // The server reports our own change too; waiting for it keeps the count current when we return. Reports of
+    // earlier changes (a window of another client destroyed just now) may come first.
+    std::unique_lock lock(m_mutex);
+    m_changed.wait_for(lock, X11Connection::replyTimeout, [&] { return m_owner == owner; });
 }
 
 bool X11Pasteboard::write(const PasteboardWriting& writing)
