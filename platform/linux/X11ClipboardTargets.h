@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "core/clipboard/Pasteboard.h"
+#include "core/clipboard/ClipItem.h"
 
 namespace quillmar {
 

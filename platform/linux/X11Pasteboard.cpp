@@ -154,6 +154,12 @@ void X11Pasteboard::handle(const xcb_generic_event_t& event)
         m_events.push_back({ XCB_PROPERTY_NOTIFY, notify.atom, XCB_NONE, notify.state });
         break;
     }
+    case XCB_DESTROY_NOTIFY: {
+        const auto& destroyed = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+        std::lock_guard lock(m_mutex);
+        std::erase_if(m_transfers, [&](const Transfer& transfer) { return transfer.requestor == destroyed.window; });
+        return;
+    }
     case XCB_SELECTION_REQUEST: {
         const auto& request = reinterpret_cast<const xcb_selection_request_event_t&>(event);
         if (request.owner == m_window)
@@ -463,7 +469,7 @@ void X11Pasteboard::serve(const xcb_selection_request_event_t& request)
     if (!offer || request.selection != atom("CLIPBOARD"))
         return notifyRequestor(request, XCB_NONE);
     if (request.target == atom("TARGETS")) {
-        std::vector<xcb_atom_t> targets { atom("TARGETS"), atom("SAVE_TARGETS") };
+        std::vector<xcb_atom_t> targets { atom("TARGETS") };
         for (const auto& [target, bytes] : offer->targets)
             targets.push_back(target);
         xcb_change_property(raw, XCB_PROP_MODE_REPLACE, request.requestor, property, atom("ATOM"), 32,
@@ -481,8 +487,8 @@ void X11Pasteboard::serve(const xcb_selection_request_event_t& request)
         return notifyRequestor(request, property);
     }
     // Too large for one request: announce INCR and send a piece each time the requestor deletes the property,
-    // which needs its property changes.
-    std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    // which needs its property changes (and its destruction, which ends the transfer).
+    std::uint32_t mask = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     xcb_change_window_attributes(raw, request.requestor, XCB_CW_EVENT_MASK, &mask);
     auto size = static_cast<std::uint32_t>(std::min<std::size_t>(bytes.size(), UINT32_MAX));
     xcb_change_property(raw, XCB_PROP_MODE_REPLACE, request.requestor, property, atom("INCR"), 32, 1, &size);
