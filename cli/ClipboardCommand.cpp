@@ -11,9 +11,12 @@
 #include "core/base/Utf8.h"
 #include "core/clipboard/ClipAnalysis.h"
 #include "core/clipboard/ClipHistoryFile.h"
+#include "core/clipboard/ClipSkip.h"
+#include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ClipboardStore.h"
 #include "core/clipboard/LinkCleaner.h"
 #include "core/clipboard/WebLink.h"
+#include "platform/linux/X11Pasteboard.h"
 
 namespace quillmar::cli {
 
@@ -117,11 +120,69 @@ void cleanLink(CliContext& context, const std::string& link)
     context.out() << *cleaned << '\n';
 }
 
+// What is on the clipboard now, and whether the history would record it (or why not). Concealed text is
+// not shown.
+void readClipboard(CliContext& context, bool json)
+{
+    auto pasteboard = X11Pasteboard::create();
+    if (!pasteboard)
+        return context.refuse(pasteboard.error().message);
+    auto reading = (*pasteboard)->read();
+    auto snapshot = PasteboardSnapshot::from(reading, defaultTransientMarkers());
+    ClipboardSettings::registerDefaults(context.settings());
+    auto skip = skipReason(snapshot, context.settings());
+    bool hidden = skip == ClipSkip::concealed;
+    std::optional<std::string> text = hidden ? std::nullopt : snapshot.text;
+    if (json) {
+        nlohmann::ordered_json object;
+        object["types"] = reading.types;
+        object["text"] = orNull(text);
+        object["filePaths"] = snapshot.filePaths;
+        object["image"] = snapshot.image
+            ? nlohmann::ordered_json { { "type", snapshot.image->type }, { "width", snapshot.image->pixelSize.width },
+                  { "height", snapshot.image->pixelSize.height }, { "bytes", snapshot.image->data.size() } }
+            : nlohmann::ordered_json();
+        object["skipped"] = skip ? nlohmann::ordered_json(rawValue(*skip)) : nlohmann::ordered_json();
+        context.printJson(object);
+        return;
+    }
+    if (reading.types.empty()) {
+        context.setExitCode(ExitCode::noAnswer);
+        return;
+    }
+    auto& out = context.out();
+    std::string types;
+    for (const auto& type : reading.types)
+        types += (types.empty() ? "" : ", ") + type;
+    out << "types: " << types << '\n';
+    if (text)
+        out << "text: " << *text << '\n';
+    for (const auto& path : snapshot.filePaths)
+        out << "file: " << path << '\n';
+    if (snapshot.image)
+        out << fmt::format("image: {} {}×{}, {} bytes\n", snapshot.image->type, snapshot.image->pixelSize.width,
+            snapshot.image->pixelSize.height, snapshot.image->data.size());
+    if (skip)
+        out << "skipped: " << rawValue(*skip) << '\n';
+}
+
+// Owns the clipboard with `text` until another application copies something.
+void copyToClipboard(CliContext& context, const std::string& text)
+{
+    auto pasteboard = X11Pasteboard::create();
+    if (!pasteboard)
+        return context.refuse(pasteboard.error().message);
+    if (!(*pasteboard)->write({ text, {}, std::nullopt, {}, std::nullopt }))
+        return context.refuse("The clipboard couldn't be taken.");
+    context.err() << "On the clipboard until something else is copied." << std::endl;
+    while (!(*pasteboard)->awaitLoss(std::chrono::hours(1))) { }
+}
+
 } // namespace
 
 void addClipboardCommand(CLI::App& app, CliContext& context)
 {
-    auto* clipboard = app.add_subcommand("clipboard", "Read the clipboard history and clean links");
+    auto* clipboard = app.add_subcommand("clipboard", "The clipboard and its history, and clean links");
     clipboard->require_subcommand(1);
 
     auto* list = clipboard->add_subcommand("list", "The clipboard history, newest first");
@@ -138,6 +199,16 @@ void addClipboardCommand(CLI::App& app, CliContext& context)
     auto link = std::make_shared<std::string>();
     clean->add_option("URL", *link, "An http or https link")->required();
     clean->callback([&context, link] { cleanLink(context, *link); });
+
+    auto* read = clipboard->add_subcommand("read", "What is on the clipboard, as the history would record it");
+    auto readJson = std::make_shared<bool>(false);
+    read->add_flag("--json", *readJson, "Print one JSON object");
+    read->callback([&context, readJson] { readClipboard(context, *readJson); });
+
+    auto* copy = clipboard->add_subcommand("copy", "Put text on the clipboard until something else is copied");
+    auto text = std::make_shared<std::string>();
+    copy->add_option("TEXT", *text, "The text")->required();
+    copy->callback([&context, text] { copyToClipboard(context, *text); });
 }
 
 } // namespace quillmar::cli

@@ -6,7 +6,7 @@
 
 namespace quillmar::cli {
 
-// `quillmar clipboard ...`: the clipboard history, read-only.
+// `quillmar clipboard ...`: the clipboard history (read-only), and the clipboard itself.
 void addClipboardCommand(CLI::App& app, CliContext& context);
 
 } // namespace quillmar::cli

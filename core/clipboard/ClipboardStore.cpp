@@ -11,6 +11,7 @@
 #include "core/base/Text.h"
 #include "core/base/UtcStamp.h"
 #include "core/clipboard/ClipHistoryFile.h"
+#include "core/clipboard/ClipSkip.h"
 #include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ImageHash.h"
 #include "core/clipboard/LinkCleaner.h"
@@ -341,17 +342,9 @@ void ClipboardStore::handle(const PasteboardSnapshot& snapshot, const CopySource
     m_lastChangeCount = std::max(m_lastChangeCount, changeCount);
     if (snapshot.isOwnWrite)
         return;
+    // Any copy but our own is the ignored next one, whether or not it would have been recorded.
     bool ignored = std::exchange(m_ignoreNextCopy, false);
-    if (snapshot.isPrivate)
-        return;
-    auto excluded = m_settings.value(ClipboardSettings::excludedApps);
-    bool declaredExcluded = snapshot.declaredSource
-        && std::find(excluded.begin(), excluded.end(), *snapshot.declaredSource) != excluded.end();
-    if (snapshot.isExcluded || source.isExcluded || declaredExcluded)
-        return;
-    if (ignored || isPaused())
-        return;
-    if (snapshot.isTransient && m_settings.value(ClipboardSettings::skipTransient))
+    if (ignored || source.isExcluded || skipReason(snapshot, m_settings))
         return;
 
     ClipItem item;

@@ -1,19 +1,28 @@
 #include <cstdlib>
 
+#include "core/base/Diagnostics.h"
 #include "core/clipboard/SystemClipboardPorts.h"
 #include "platform/linux/DBusSessionEvents.h"
 #include "platform/linux/DBusUserNotices.h"
+#include "platform/linux/X11Pasteboard.h"
 #include "platform/null/NullClipboardPorts.h"
 
 namespace quillmar {
 
 SystemClipboardPorts makeSystemClipboardPorts(MainQueue& mainQueue)
 {
-    // Sleep, lock and notices over D-Bus; the clipboard itself and the front application come with X11.
-    const char* sessionId = std::getenv("XDG_SESSION_ID");
     SystemClipboardPorts ports;
-    ports.pasteboard = std::make_unique<NullPasteboard>();
+    // The CLIPBOARD selection in an X11 session; elsewhere the history sees an empty clipboard, and the
+    // refusal's sentence is what X11Pasteboard::create gives to a front end that shows it.
+    if (auto pasteboard = X11Pasteboard::create()) {
+        ports.pasteboard = std::move(pasteboard).value();
+    } else {
+        diagnostic("clipboard: {} ({})", pasteboard.error().message, pasteboard.error().context);
+        ports.pasteboard = std::make_unique<NullPasteboard>();
+    }
     ports.frontApplications = std::make_unique<NullFrontApplications>();
+    // Sleep, lock and notices over D-Bus.
+    const char* sessionId = std::getenv("XDG_SESSION_ID");
     ports.sessionEvents = std::make_unique<DBusSessionEvents>(mainQueue, DBusBuses {}, sessionId ? sessionId : "");
     ports.notices = std::make_unique<DBusUserNotices>(DBusBuses {});
     return ports;
