@@ -53,7 +53,7 @@ protected:
         return verdict;
     }
 
-    State state() const { return dragging.titleDrag()->state; }
+    State state() const { return dragging.titleDrag().value().state; }
 
     // Snaps the editor to the left half by dragging its title bar to the left edge.
     void snapEditorLeft()
@@ -214,8 +214,8 @@ TEST_F(WindowDraggingTest, ATitleDragKeepsTheZonesScreenWhenADisplayGoesAwayMidD
     // The second display is gone from the next read on.
     screens.afterRead = [this] { screens.list.resize(1); };
     dragTo(rightDisplayRightEdge);
-    ASSERT_TRUE(dragging.titleDrag()->zoneScreen);
-    EXPECT_EQ(dragging.titleDrag()->zoneScreen->frame, (Rect { 1440, -180, 1920, 1080 }));
+    ASSERT_TRUE(dragging.titleDrag().value().zoneScreen);
+    EXPECT_EQ(dragging.titleDrag().value().zoneScreen->frame, (Rect { 1440, -180, 1920, 1080 }));
     ASSERT_TRUE(overlay.visible);
 
     // Still gone: no zone on the next event, and nothing to snap to.
@@ -253,6 +253,7 @@ TEST_F(WindowDraggingTest, KeepsThePointerBelowTheTopSoTheDockDoesNotOpenMission
     // A filtering registration changes the event itself.
     dragging.configure({ .snap = true, .chordDrags = true });
     verdict = dragTo({ 710, 0.25 });
+    ASSERT_TRUE(verdict);
     EXPECT_EQ(verdict->location.y, 1.0);
     EXPECT_EQ(pointer.warps.size(), 1u);
 }
@@ -265,6 +266,7 @@ TEST_F(WindowDraggingTest, LeavesThePointerAloneWhenTheDockDoesNotOpenMissionCon
     press({ 400, 160 });
     dragTo({ 420, 165 });
     auto verdict = dragTo({ 700, 0.5 });
+    ASSERT_TRUE(verdict);
     EXPECT_EQ(verdict->location.y, 0.5);
     EXPECT_TRUE(pointer.warps.empty());
 }
