@@ -144,7 +144,6 @@ TEST(CommandUnits, EverySpellingAndDefaultTargetLeadsToAUnitOfTheTable)
         EXPECT_TRUE(UnitTable::unitByLabel(alias.to)) << alias.from;
     for (const auto& alias : UnitTable::bitAliases())
         EXPECT_TRUE(UnitTable::unitByLabel(alias.to)) << alias.from;
-    EXPECT_EQ(UnitTable::defaultTargets().size(), 34u);
     for (const auto& row : UnitTable::defaultTargets()) {
         const auto* from = UnitTable::unitByLabel(row.from);
         const auto* to = UnitTable::unitByLabel(row.to);
@@ -188,7 +187,7 @@ TEST(CommandUnits, ParseQuantity)
     ASSERT_TRUE(quantity);
     EXPECT_EQ(quantity->value, -2.5);
     EXPECT_EQ(quantity->unit.label, "fl oz");
-    EXPECT_EQ(CommandUnits::parseQuantity("+.5km")->value, 0.5);
+    EXPECT_EQ(CommandUnits::parseQuantity("+.5km").value().value, 0.5);
     for (const char* text : { "km", "5", "5 ", "- km", "5 furlongs", "1e3 m", "5  km" })
         EXPECT_FALSE(CommandUnits::parseQuantity(text)) << text;
 }
