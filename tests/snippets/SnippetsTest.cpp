@@ -276,8 +276,8 @@ TEST_F(SnippetsTest, DuplicatesGetAFreeTrigger)
 {
     auto first = *m_snippets->add(make(";sig", "x"));
     EXPECT_EQ(m_snippets->uniqueTrigger(";new"), ";new");
-    EXPECT_EQ(m_snippets->duplicate(first.id)->trigger, ";sig2");
-    EXPECT_EQ(m_snippets->duplicate(first.id)->trigger, ";sig3");
+    EXPECT_EQ(m_snippets->duplicate(first.id).value().trigger, ";sig2");
+    EXPECT_EQ(m_snippets->duplicate(first.id).value().trigger, ";sig3");
     ASSERT_EQ(m_snippets->snippets().size(), 3u);
     EXPECT_EQ(m_snippets->snippets()[1].trigger, ";sig3") << "a copy goes right after its original";
     EXPECT_EQ(m_snippets->uniqueTrigger(";sig2"), ";sig4");

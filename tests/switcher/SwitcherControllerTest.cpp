@@ -452,7 +452,7 @@ TEST_F(SwitcherControllerTest, QuittingAnAppOfSeveralWindowsAsksForASecondPress)
     keyDown(KeyCode::leftArrow, option);
     keyDown(KeyCode::leftArrow, option);
     keyDown(KeyCode::q, option); // arms Mail's Draft
-    EXPECT_EQ(model.armedAction()->itemID, "w12");
+    EXPECT_EQ(model.armedAction().value().itemID, "w12");
     keyDown(KeyCode::leftArrow, option);
     EXPECT_FALSE(model.armedAction()) << "moving away disarms";
 }
