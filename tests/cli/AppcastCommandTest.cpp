@@ -32,7 +32,7 @@ const std::string feed = R"(<?xml version="1.0"?>
 </rss>
 )";
 
-class AppcastCommandTest : public testing::Test {
+class AppcastCommandTest : public CliTest {
 protected:
     void SetUp() override
     {
@@ -40,12 +40,6 @@ protected:
         ASSERT_TRUE(writeFileAtomically(m_feed, feed).ok());
     }
 
-    CommandRun run(std::vector<std::string> words, const std::string& input = {})
-    {
-        return runQuillmar(m_folder.path(), std::move(words), input);
-    }
-
-    TemporaryFolder m_folder;
     std::filesystem::path m_feed;
 };
 

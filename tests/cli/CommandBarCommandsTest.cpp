@@ -16,16 +16,13 @@
 namespace quillmar {
 namespace {
 
-class CommandBarCommandsTest : public testing::Test {
+class CommandBarCommandsTest : public CliTest {
 protected:
-    CommandRun run(std::vector<std::string> words) { return runQuillmar(m_folder.path(), std::move(words)); }
     CommandRun rank(std::vector<std::string> words, const nlohmann::json& input)
     {
         words.insert(words.begin(), "rank");
         return runQuillmarBinary(m_folder.path(), words, input.dump());
     }
-
-    TemporaryFolder m_folder;
 };
 
 TEST_F(CommandBarCommandsTest, MatchPrintsTheScoreAndPositions)

@@ -17,14 +17,10 @@ constexpr const char* storedLibrary = R"({"format":"quillmar.snippets","version"
     {"id":"3","trigger":"addr","name":"Address","text":"1 Main St","group":"","expandsImmediately":false,"ignoresCase":true,"showsInMenu":false}
 ]})";
 
-class SnippetsCommandTest : public testing::Test {
+class SnippetsCommandTest : public CliTest {
 protected:
-    CommandRun run(std::vector<std::string> words) { return runQuillmar(m_folder.path(), std::move(words)); }
-
     std::filesystem::path libraryFile() const { return m_folder.path() / "data" / "Quillmar" / "Snippets.json"; }
     void store(const std::string& text) { ASSERT_TRUE(writeFileAtomically(libraryFile(), text)); }
-
-    TemporaryFolder m_folder;
 };
 
 TEST_F(SnippetsCommandTest, ListsTheStoredLibrary)

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
 #include <string>
 
 #include <nlohmann/json.hpp>
@@ -85,14 +83,10 @@ TEST_F(WindowsCommandTest, RefusesBadInputWithAUsageError)
 
 TEST_F(WindowsCommandTest, TheBinaryPrintsTheFrame)
 {
-    std::string command = std::string(QUILLMAR_BINARY) + " layout rightHalf --area 0,0,1000,800 --gap 10 2>&1";
-    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    ASSERT_TRUE(pipe);
-    std::array<char, 256> buffer {};
-    std::string output;
-    while (fgets(buffer.data(), buffer.size(), pipe.get()))
-        output += buffer.data();
-    EXPECT_EQ(output, "505 10 485 780\n");
+    auto binary = runQuillmarBinary(m_folder.path(), { "layout", "rightHalf", "--area", "0,0,1000,800", "--gap", "10" });
+    EXPECT_EQ(binary.code, 0);
+    EXPECT_EQ(binary.out, "505 10 485 780\n");
+    EXPECT_EQ(binary.err, "");
 }
 
 } // namespace
