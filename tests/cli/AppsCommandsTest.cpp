@@ -100,14 +100,9 @@ INSTANTIATE_TEST_SUITE_P(Cases, AppsCommandsRefusalTest,
             "That file names no usable update feed." },
         RefusalCase { "ManifestWithoutVersion", { "electron", "manifest", "-" }, "path: a.zip\n",
             "That file is not an update manifest with a version." },
-        RefusalCase { "ReplyWithoutListings", { "appstore", "parse", "-" }, R"({"results":[{"bundleId":"a"}]})",
-            "That reply holds no listings." },
+
         RefusalCase { "ReplyThatIsNotJson", { "appstore", "parse", "-" }, "<html>Service Unavailable</html>",
             "That reply is malformed." },
-        RefusalCase { "ReplyWithoutResults", { "appstore", "parse", "-" }, R"({"errorMessage":"Invalid value for bundleId"})",
-            "That reply is malformed." },
-        RefusalCase { "ReplyNestedTooDeeply", { "appstore", "parse", "-" }, std::string(100, '[') + std::string(100, ']'),
-            "That reply is too large." },
         RefusalCase { "MissingFile", { "appstore", "parse", "/nonexistent/reply.json" }, "", "Could not read /nonexistent/reply.json." }),
     [](const auto& row) { return std::string(row.param.name); });
 

@@ -80,12 +80,9 @@ TEST_P(ClipboardListFilters, SelectItems)
 INSTANTIATE_TEST_SUITE_P(Options, ClipboardListFilters,
     testing::Values(
         FilterRow { "All", { "--category", "all" }, "LCFT" },
-        FilterRow { "Links", { "--category", "links" }, "L" },
         FilterRow { "Colors", { "--category", "colors" }, "C" },
-        FilterRow { "Files", { "--category", "files" }, "F" },
-        FilterRow { "Images", { "--category", "images" }, "" },
         FilterRow { "SearchText", { "--search", "LINE TWO" }, "T" },
-        FilterRow { "SearchSource", { "--search", "browser" }, "L" },
+
         FilterRow { "SearchWithCategory", { "--search", "report", "--category", "files" }, "F" }),
     [](const testing::TestParamInfo<FilterRow>& row) { return row.param.name; });
 

@@ -28,7 +28,6 @@ TEST(UrlCheckCommand, PrintsTheVerdict)
     for (const auto& row : {
              Row { "https://example.com/appcast.xml", "allowed\n" },
              Row { "http://example.com/appcast.xml", "refused\n" },
-             Row { "", "refused\n" },
          }) {
         auto run = runQuillmar(folder.path(), { "url", "check", row.url });
         EXPECT_EQ(run.code, 0) << row.url;
