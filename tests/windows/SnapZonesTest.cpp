@@ -50,9 +50,8 @@ const ZoneRow zoneRows[] = {
     { "RightEdgeSevenPointsAwayDoesNot", { 1433, 450 }, 0, defaults, Displays::single, std::nullopt },
     { "TopEdgeSixPointsAwayMaximizes", { 700, 894 }, 0, defaults, Displays::single, Zone { L::maximize, 0 } },
     { "TopEdgeSevenPointsAwayDoesNot", { 700, 893 }, 0, defaults, Displays::single, std::nullopt },
-    { "TopEdgeThirdsFirst", { 100, 899 }, 0, topThirds, Displays::single, Zone { L::firstThird, 0 } },
+
     { "TopEdgeThirdsCenter", { 700, 899 }, 0, topThirds, Displays::single, Zone { L::centerThird, 0 } },
-    { "TopEdgeThirdsLast", { 1400, 899 }, 0, topThirds, Displays::single, Zone { L::lastThird, 0 } },
     { "LeftEdgeWithinTwentyFourOfTheTopIsTheCorner", { 2, 876 }, 0, defaults, Displays::single, Zone { L::topLeft, 0 } },
     { "LeftEdgeTwentyFiveBelowTheTopIsTheHalf", { 2, 875 }, 0, defaults, Displays::single, Zone { L::leftHalf, 0 } },
     { "TopEdgeWithinTwentyFourOfTheLeftIsTheCorner", { 24, 898 }, 0, defaults, Displays::single, Zone { L::topLeft, 0 } },
