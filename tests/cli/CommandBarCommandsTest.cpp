@@ -102,9 +102,8 @@ TEST_F(CommandBarCommandsTest, RankPrintsSectionsInOrder)
             order.push_back(section.at("id").get<std::string>() + ":" + each.at("id").get<std::string>());
     }
     EXPECT_EQ(order, (std::vector<std::string> { "top:calc", "apps:mail", "files:mail-doc", "fallbacks:web" }));
-    const auto& mail = json.at("sections").at(1).at("results").at(0);
-    EXPECT_DOUBLE_EQ(mail.at("score").get<double>(), (38 + 3 * 26 + 40 - 0.48) / 140);
-    EXPECT_EQ(mail.at("matches"), nlohmann::json::parse("[0,1,2,3]"));
+    EXPECT_EQ(json.at("sections").at(1).at("results").at(0).at("matches"), nlohmann::json::parse("[0,1,2,3]"));
+
     EXPECT_EQ(json.at("sections").at(0).at("title"), "Top hit");
 }
 
