@@ -72,7 +72,6 @@ const RateRow rateRows[] = {
     { "no row", "gpt-4", nullptr },
     { "family prefix without a dash", "gpt-5x", nullptr },
     { "empty", "", nullptr },
-
     { "latest alias", "codex-mini-latest", "codex-mini" },
     { "dated gpt-4o", "openai/gpt-4o-2024-08-06", "gpt-4o" },
 };

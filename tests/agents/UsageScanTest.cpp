@@ -341,7 +341,6 @@ TEST_F(UsageScanTest, CopiedHistoriesChangeNoTotal)
     ASSERT_EQ(withoutCopies.truth().size(), m_logs.truth().size());
     auto zone = *LocalDays::create("America/New_York");
     auto expected = scanUsage(findAgentLogs(locationsUnder(bare.path()), std::nullopt).files, { zone, std::nullopt, std::nullopt, 2 });
-
     auto withCopies = scan(std::nullopt, 2);
     EXPECT_GT(withCopies.bytes, expected.bytes);
     for (auto grouping : { ReportGrouping::day, ReportGrouping::model })

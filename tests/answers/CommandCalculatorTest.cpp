@@ -142,7 +142,6 @@ INSTANTIATE_TEST_SUITE_P(Functions, CalculatorAnswers,
 INSTANTIATE_TEST_SUITE_P(Limits, CalculatorAnswers,
     testing::Values(
         AnswerRow { "factorialOfSeventeen", "17!", "355687428096000" },
-
         AnswerRow { "factorialOf170IsInExponentForm", "170!", "7.257415615e+306" },
         AnswerRow { "factorialOf171Overflows", "171!", std::nullopt },
         AnswerRow { "factorialOfNegative", "(-1)!", std::nullopt },
@@ -161,7 +160,6 @@ INSTANTIATE_TEST_SUITE_P(NotCalculations, CalculatorAnswers,
         AnswerRow { "bareConstant", "pi", std::nullopt },
         AnswerRow { "bareHexadecimal", "0xff", std::nullopt },
         AnswerRow { "time", "12:30", std::nullopt },
-
         AnswerRow { "empty", "   ", std::nullopt },
         AnswerRow { "word", "safari", std::nullopt },
         AnswerRow { "danglingOperator", "2+", std::nullopt },

@@ -95,7 +95,6 @@ INSTANTIATE_TEST_SUITE_P(QueryForms, UnitAnswers,
         ConversionRow { "twoWordUnit", "8 fl oz in ml", "236.5882365 ml" },
         ConversionRow { "caretPowers", "1 m^2 in cm^2", "10000 cm²" },
         ConversionRow { "upperCaseLabel", "5 KM in MI", "3.106855961 mi" },
-
         ConversionRow { "leadingConvert", "convert 1 ft to in", "12 in" },
         ConversionRow { "megabytesAreNotMegabits", "1 MB in Mb", "8 Mb" },
         ConversionRow { "defaultTargetForMiles", "10 mi", "16.09344 km" },

@@ -119,7 +119,6 @@ TEST_F(AgentsCommandTest, PriceBatchAnswersEveryLine)
 {
     const char* lines[] = {
         R"({"model":"claude-opus-4-6","input":1000000,"fast":true})",
-
         R"({"model":"mystery-1","input":5,"recordedCost":0.42})",
         R"({"model":"mystery-1"})",
         R"({"model":"gpt-5","input":1.5})",
@@ -167,7 +166,6 @@ TEST_F(AgentsCommandTest, ReportTotalsByDayInTheUsersZone)
     EXPECT_EQ(report["rows"][0]["start"], 1752033600) << "midnight in New York";
     EXPECT_EQ(report["rows"][1]["day"], "2025-07-10");
     EXPECT_DOUBLE_EQ(report["total"]["cost"].get<double>(), 12.02);
-
 
     setenv("TZ", "Asia/Tokyo", 1);
     auto tokyo = nlohmann::json::parse(run({ "agents", "report", "--json" }).out);

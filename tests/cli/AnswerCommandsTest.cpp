@@ -27,7 +27,6 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     };
     for (const auto& row : {
              Row { { "calc", "2+3*4" }, 0, "14\n" },
-
              Row { { "calc", "--", "-pi*2" }, 0, "-6.283185307\n" },
              Row { { "calc", "42" }, 1, "" },
              Row { { "calc", std::string(100000, '(') }, 1, "" },

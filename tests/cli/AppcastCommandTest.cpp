@@ -101,7 +101,6 @@ TEST_F(AppcastCommandTest, BestRefusesWhenNothingFits)
         int code;
     };
     for (const auto& row : {
-
              Row { "system too old", { "--build", "150", "--system", "12.7", "--arch", "arm64" }, 1 },
              Row { "system not a version", { "--build", "150", "--system", "fourteen", "--arch", "arm64" }, 2 },
          }) {

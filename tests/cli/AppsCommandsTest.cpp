@@ -100,7 +100,6 @@ INSTANTIATE_TEST_SUITE_P(Cases, AppsCommandsRefusalTest,
             "That file names no usable update feed." },
         RefusalCase { "ManifestWithoutVersion", { "electron", "manifest", "-" }, "path: a.zip\n",
             "That file is not an update manifest with a version." },
-
         RefusalCase { "ReplyThatIsNotJson", { "appstore", "parse", "-" }, "<html>Service Unavailable</html>",
             "That reply is malformed." },
         RefusalCase { "MissingFile", { "appstore", "parse", "/nonexistent/reply.json" }, "", "Could not read /nonexistent/reply.json." }),

@@ -82,7 +82,6 @@ INSTANTIATE_TEST_SUITE_P(Options, ClipboardListFilters,
         FilterRow { "All", { "--category", "all" }, "LCFT" },
         FilterRow { "Colors", { "--category", "colors" }, "C" },
         FilterRow { "SearchText", { "--search", "LINE TWO" }, "T" },
-
         FilterRow { "SearchWithCategory", { "--search", "report", "--category", "files" }, "F" }),
     [](const testing::TestParamInfo<FilterRow>& row) { return row.param.name; });
 

@@ -36,7 +36,6 @@ TEST_F(CommandBarCommandsTest, MatchPrintsTheScoreAndPositions)
              // (16 + 14 + 8 + 10 + 16 + 40 - 0.24) / 80
              Row { { "match", "ab", "ab" }, 0, "1.2970 0,1\n" },
              Row { { "match", "ab", "a b" }, 0, "0.9205 0,2\n" },
-
              Row { { "match", "ba", "ab" }, 1, "" },
          }) {
         auto result = run(row.words);
@@ -103,7 +102,6 @@ TEST_F(CommandBarCommandsTest, RankPrintsSectionsInOrder)
     }
     EXPECT_EQ(order, (std::vector<std::string> { "top:calc", "apps:mail", "files:mail-doc", "fallbacks:web" }));
     EXPECT_EQ(json.at("sections").at(1).at("results").at(0).at("matches"), nlohmann::json::parse("[0,1,2,3]"));
-
     EXPECT_EQ(json.at("sections").at(0).at("title"), "Top hit");
 }
 

@@ -79,7 +79,6 @@ TEST_F(CommandLineTest, UsageErrorsExitTwoWithASentence)
         const char* saying;
     };
     const std::vector<Row> rows = {
-
         { "unknown command", { "frobnicate" }, "quillmar --help" },
         { "missing id", { "features", "disable" }, "quillmar --help" },
     };

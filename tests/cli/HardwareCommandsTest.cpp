@@ -48,7 +48,6 @@ INSTANTIATE_TEST_SUITE_P(Table, HardwareCommands,
         CommandRow { "decodeOfNonHexIsAUsageError", { "smc", "decode", "fpe2", "zz00" }, 2, "" },
         CommandRow { "decodeOfOddDigitsIsAUsageError", { "smc", "decode", "fpe2", "190" }, 2, "" },
         CommandRow { "encodeFixedPoint", { "smc", "encode", "fpe2", "1600" }, 0, "1900\n" },
-
         CommandRow { "encodeNegative", { "smc", "encode", "sp78", "-1.5" }, 0, "fe80\n" },
         CommandRow { "encodeOutOfRangeHasNoAnswer", { "smc", "encode", "ui8 ", "256" }, 1, "" },
         CommandRow { "encodeNotANumberIsAUsageError", { "smc", "encode", "fpe2", "fast" }, 2, "" },

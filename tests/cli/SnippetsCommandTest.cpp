@@ -77,7 +77,6 @@ TEST_P(CheckTrigger, SaysWhatIsWrong)
 INSTANTIATE_TEST_SUITE_P(Triggers, CheckTrigger,
     testing::Values(
         TriggerRow { "Free", { ";new" }, 0, "" },
-
         TriggerRow { "Taken", { ";sig" }, 1, "Another snippet already uses this trigger.\n" },
         TriggerRow { "OwnTrigger", { ";sig", "--id", "1" }, 0, "" }),
     [](const testing::TestParamInfo<TriggerRow>& row) { return row.param.name; });

@@ -110,6 +110,5 @@ TEST_F(StitchCommandTest, OutputIsRequired)
     EXPECT_EQ(runQuillmar(m_folder.path(), { "stitch", frameFile(0) }).code, 2);
 }
 
-
 } // namespace
 } // namespace quillmar

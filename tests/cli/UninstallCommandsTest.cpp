@@ -46,7 +46,6 @@ TEST_F(UninstallCommandsTest, ClassifyAndProtected)
     };
     for (const auto& row : {
              Row { { "uninstall", "classify", "com.example.App.plist", "com.example.App" }, 0, "exact\n" },
-
              Row { { "uninstall", "classify", "com.example.Apple", "com.example.App" }, 0, "none\n" },
              Row { { "uninstall", "classify", "com.example.App" }, 2, "" },
              Row { { "uninstall", "protected", "io.sentry.Sentry" }, 0, "true\n" },

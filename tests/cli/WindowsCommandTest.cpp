@@ -31,7 +31,6 @@ TEST_F(WindowsCommandTest, PrintsTheFrameWithoutNeedlessDecimals)
         { "HalfWithAGap", { "leftHalf", "--area", "0,0,1000,800", "--gap", "10" }, "10 10 485 780\n" },
         { "RightHalfWithAGap", { "rightHalf", "--area", "0,0,1000,800", "--gap", "10" }, "505 10 485 780\n" },
         { "ThirdsOfAnOddWidth", { "firstThird", "--area", "0,0,1190,900" }, "0 0 396.6666666666667 900\n" },
-
         { "CenterUsesTheCurrentSize", { "center", "--area", "0,0,1200,900", "--current", "7,7,300,200" },
             "450 350 300 200\n" },
         { "CenterWithoutACurrentFrameFillsTheArea", { "center", "--area", "-1920,0,1920,1080" }, "-1920 0 1920 1080\n" },

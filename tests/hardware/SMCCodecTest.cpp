@@ -91,7 +91,6 @@ INSTANTIATE_TEST_SUITE_P(Table, SMCCodecEncode,
         EncodeRow { "fpe2", 1600.0, "fpe2", 2, Bytes { 0x19, 0x00 } },
         EncodeRow { "fpe2RoundsToItsQuarterStep", 1600.2, "fpe2", 2, Bytes { 0x19, 0x01 } },
         EncodeRow { "fpe2NegativeIsNone", -0.5, "fpe2", 2, std::nullopt },
-
         EncodeRow { "sp78Negative", -1.5, "sp78", 2, Bytes { 0xFE, 0x80 } },
         EncodeRow { "sp78Lowest", -128.0, "sp78", 2, Bytes { 0x80, 0x00 } },
         EncodeRow { "sp88IsNoType", 1.0, "sp88", 2, std::nullopt },

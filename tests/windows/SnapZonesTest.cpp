@@ -50,7 +50,6 @@ const ZoneRow zoneRows[] = {
     { "RightEdgeSevenPointsAwayDoesNot", { 1433, 450 }, 0, defaults, Displays::single, std::nullopt },
     { "TopEdgeSixPointsAwayMaximizes", { 700, 894 }, 0, defaults, Displays::single, Zone { L::maximize, 0 } },
     { "TopEdgeSevenPointsAwayDoesNot", { 700, 893 }, 0, defaults, Displays::single, std::nullopt },
-
     { "TopEdgeThirdsCenter", { 700, 899 }, 0, topThirds, Displays::single, Zone { L::centerThird, 0 } },
     { "LeftEdgeWithinTwentyFourOfTheTopIsTheCorner", { 2, 876 }, 0, defaults, Displays::single, Zone { L::topLeft, 0 } },
     { "LeftEdgeTwentyFiveBelowTheTopIsTheHalf", { 2, 875 }, 0, defaults, Displays::single, Zone { L::leftHalf, 0 } },

@@ -110,7 +110,6 @@ TEST_F(WindowDraggingTest, ClassifiesTheFirstMovement)
         ASSERT_TRUE(dragging.titleDrag());
         EXPECT_EQ(state(), State::undecided);
         editor().frame.x += row.windowMove.x;
-
         editor().frame.y += row.windowMove.y;
         editor().frame.width += row.sizeChange.width;
         editor().frame.height += row.sizeChange.height;
