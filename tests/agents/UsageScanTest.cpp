@@ -270,20 +270,21 @@ void expectTotals(const UsageTotals& actual, const Expected& expected, const std
     EXPECT_NEAR(actual.cost, expected.cost, 1e-9 * std::max(1.0, expected.cost)) << what;
 }
 
+// Where the agents' logs are looked for when HOME is `home` and CLAUDE_CONFIG_DIR its "extra" folder.
+AgentLogLocations locationsUnder(const std::filesystem::path& home)
+{
+    return AgentLogLocations::fromEnvironment([home](const char* name) -> std::optional<std::string> {
+        if (std::string_view(name) == "HOME")
+            return home.string();
+        if (std::string_view(name) == "CLAUDE_CONFIG_DIR")
+            return (home / "extra").string();
+        return std::nullopt;
+    });
+}
+
 class UsageScanTest : public testing::Test {
 protected:
-    UsageScanTest() : m_logs(m_folder.path())
-    {
-        auto home = m_folder.path().string();
-        auto extra = (m_folder.path() / "extra").string();
-        m_locations = AgentLogLocations::fromEnvironment([home, extra](const char* name) -> std::optional<std::string> {
-            if (std::string_view(name) == "HOME")
-                return home;
-            if (std::string_view(name) == "CLAUDE_CONFIG_DIR")
-                return extra;
-            return std::nullopt;
-        });
-    }
+    UsageScanTest() : m_logs(m_folder.path()), m_locations(locationsUnder(m_folder.path())) { }
 
     UsageScanResult scan(std::optional<Agent> agent, unsigned threads, std::optional<Day> since = {}, std::optional<Day> until = {})
     {
@@ -338,16 +339,8 @@ TEST_F(UsageScanTest, CopiedHistoriesChangeNoTotal)
     TemporaryFolder bare;
     GeneratedLogs withoutCopies(bare.path(), Copies::leftOut);
     ASSERT_EQ(withoutCopies.truth().size(), m_logs.truth().size());
-    auto home = bare.path().string();
-    auto locations = AgentLogLocations::fromEnvironment([home](const char* name) -> std::optional<std::string> {
-        if (std::string_view(name) == "HOME")
-            return home;
-        if (std::string_view(name) == "CLAUDE_CONFIG_DIR")
-            return home + "/extra";
-        return std::nullopt;
-    });
     auto zone = *LocalDays::create("America/New_York");
-    auto expected = scanUsage(findAgentLogs(locations, std::nullopt).files, { zone, std::nullopt, std::nullopt, 2 });
+    auto expected = scanUsage(findAgentLogs(locationsUnder(bare.path()), std::nullopt).files, { zone, std::nullopt, std::nullopt, 2 });
     auto withCopies = scan(std::nullopt, 2);
     EXPECT_GT(withCopies.bytes, expected.bytes);
     for (auto grouping : { ReportGrouping::day, ReportGrouping::model })

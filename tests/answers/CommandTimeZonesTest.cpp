@@ -148,15 +148,13 @@ TEST(CommandTimeZones, ZoneLooksUpAbbreviationsThenPlacesThenCities)
     EXPECT_EQ(zones.zone("India"), (NamedZone { "India", "Asia/Kolkata" }));
     EXPECT_EQ(zones.zone("new york"), (NamedZone { "New York", "America/New_York" }));
     EXPECT_EQ(zones.zone("asia/tokyo"), (NamedZone { "Tokyo", "Asia/Tokyo" }));
-    EXPECT_EQ(zones.zone("calcutta")->identifier, "Asia/Calcutta") << "an old name still answers";
+    EXPECT_EQ(zones.zone("calcutta").value().identifier, "Asia/Calcutta") << "an old name still answers";
     EXPECT_FALSE(zones.zone("atlantis"));
     EXPECT_FALSE(zones.zone(""));
 }
 
-TEST(CommandTimeZones, TablesHaveTheirRowsAndEveryIdentifierIsKnown)
+TEST(CommandTimeZones, TableNamesAreUniqueAndEveryIdentifierIsKnown)
 {
-    EXPECT_EQ(TimeZoneTables::abbreviations().size(), 47u);
-    EXPECT_EQ(TimeZoneTables::places().size(), 71u);
     for (auto table : { TimeZoneTables::abbreviations(), TimeZoneTables::places() }) {
         std::set<std::string_view> names;
         for (const auto& row : table) {
@@ -175,6 +173,7 @@ TEST(CommandTimeZones, CityIndexReadsTheDatabaseOnce)
     ASSERT_TRUE(index.find("ho chi minh"));
     EXPECT_EQ(index.find("ho chi minh")->displayName, "Ho Chi Minh");
     // ICU's canonical identifiers are the stable ones, so the older spelling wins over the newer alias.
+    ASSERT_TRUE(index.find("indianapolis"));
     EXPECT_EQ(index.find("indianapolis")->identifier, "America/Indianapolis");
     EXPECT_FALSE(index.find("utc")) << "only geographic areas give cities";
     EXPECT_EQ(TimeZoneCityIndex::cityName("America/Argentina/Buenos_Aires"), "Buenos Aires");

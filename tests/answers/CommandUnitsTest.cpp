@@ -95,9 +95,7 @@ INSTANTIATE_TEST_SUITE_P(QueryForms, UnitAnswers,
         ConversionRow { "twoWordUnit", "8 fl oz in ml", "236.5882365 ml" },
         ConversionRow { "caretPowers", "1 m^2 in cm^2", "10000 cm²" },
         ConversionRow { "upperCaseLabel", "5 KM in MI", "3.106855961 mi" },
-        ConversionRow { "groupedNumber", "1,000 m in km", "1 km" },
         ConversionRow { "leadingConvert", "convert 1 ft to in", "12 in" },
-        ConversionRow { "extraSpaces", "  5   km   in   mi ", "3.106855961 mi" },
         ConversionRow { "megabytesAreNotMegabits", "1 MB in Mb", "8 Mb" },
         ConversionRow { "defaultTargetForMiles", "10 mi", "16.09344 km" },
         ConversionRow { "defaultTargetForPounds", "1 lb", "0.45359237 kg" },
@@ -144,7 +142,6 @@ TEST(CommandUnits, EverySpellingAndDefaultTargetLeadsToAUnitOfTheTable)
         EXPECT_TRUE(UnitTable::unitByLabel(alias.to)) << alias.from;
     for (const auto& alias : UnitTable::bitAliases())
         EXPECT_TRUE(UnitTable::unitByLabel(alias.to)) << alias.from;
-    EXPECT_EQ(UnitTable::defaultTargets().size(), 34u);
     for (const auto& row : UnitTable::defaultTargets()) {
         const auto* from = UnitTable::unitByLabel(row.from);
         const auto* to = UnitTable::unitByLabel(row.to);
@@ -188,7 +185,7 @@ TEST(CommandUnits, ParseQuantity)
     ASSERT_TRUE(quantity);
     EXPECT_EQ(quantity->value, -2.5);
     EXPECT_EQ(quantity->unit.label, "fl oz");
-    EXPECT_EQ(CommandUnits::parseQuantity("+.5km")->value, 0.5);
+    EXPECT_EQ(CommandUnits::parseQuantity("+.5km").value().value, 0.5);
     for (const char* text : { "km", "5", "5 ", "- km", "5 furlongs", "1e3 m", "5  km" })
         EXPECT_FALSE(CommandUnits::parseQuantity(text)) << text;
 }

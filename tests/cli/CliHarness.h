@@ -2,6 +2,8 @@
 
 #include <sys/wait.h>
 
+#include <gtest/gtest.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -13,6 +15,7 @@
 
 #include "cli/CommandLine.h"
 #include "core/settings/FileLocations.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace quillmar {
 
@@ -48,6 +51,17 @@ inline CommandRun runQuillmar(const std::filesystem::path& root, std::vector<std
         std::make_unique<FolderLocations>(root));
     return { code, out.str(), err.str() };
 }
+
+// A command-line test with its own folder for settings and stores.
+class CliTest : public testing::Test {
+protected:
+    CommandRun run(std::vector<std::string> words, const std::string& input = {})
+    {
+        return runQuillmar(m_folder.path(), std::move(words), input);
+    }
+
+    TemporaryFolder m_folder;
+};
 
 #ifdef QUILLMAR_BINARY
 // Runs the real `quillmar` binary with `input` on standard input and state under `root`; standard error is

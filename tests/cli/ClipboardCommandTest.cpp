@@ -12,10 +12,8 @@
 namespace quillmar {
 namespace {
 
-class ClipboardCommandTest : public testing::Test {
+class ClipboardCommandTest : public CliTest {
 protected:
-    CommandRun run(std::vector<std::string> words) { return runQuillmar(m_folder.path(), std::move(words)); }
-
     std::filesystem::path historyFile() const { return m_folder.path() / "data" / "Quillmar" / "Clipboard" / "history.json"; }
 
     void writeHistory(const std::string& text) { ASSERT_TRUE(writeFileAtomically(historyFile(), text)); }
@@ -29,8 +27,6 @@ protected:
             {"id":"T","kind":"text","text":"line one\nline two","date":1767225300,"isPinned":false,"sourceName":"Editor"}
         ])");
     }
-
-    TemporaryFolder m_folder;
 };
 
 TEST_F(ClipboardCommandTest, ListsNewestFirstWithTheDocumentedJson)
@@ -84,12 +80,8 @@ TEST_P(ClipboardListFilters, SelectItems)
 INSTANTIATE_TEST_SUITE_P(Options, ClipboardListFilters,
     testing::Values(
         FilterRow { "All", { "--category", "all" }, "LCFT" },
-        FilterRow { "Links", { "--category", "links" }, "L" },
         FilterRow { "Colors", { "--category", "colors" }, "C" },
-        FilterRow { "Files", { "--category", "files" }, "F" },
-        FilterRow { "Images", { "--category", "images" }, "" },
         FilterRow { "SearchText", { "--search", "LINE TWO" }, "T" },
-        FilterRow { "SearchSource", { "--search", "browser" }, "L" },
         FilterRow { "SearchWithCategory", { "--search", "report", "--category", "files" }, "F" }),
     [](const testing::TestParamInfo<FilterRow>& row) { return row.param.name; });
 

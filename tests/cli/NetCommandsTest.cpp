@@ -17,6 +17,7 @@ using testing_support::HttpsRoute;
 using testing_support::LocalConnectProxy;
 using testing_support::LocalHttpsServer;
 
+// Which addresses are allowed is the address policy's own test; here, that its verdict is printed.
 TEST(UrlCheckCommand, PrintsTheVerdict)
 {
     TemporaryFolder folder;
@@ -27,13 +28,6 @@ TEST(UrlCheckCommand, PrintsTheVerdict)
     for (const auto& row : {
              Row { "https://example.com/appcast.xml", "allowed\n" },
              Row { "http://example.com/appcast.xml", "refused\n" },
-             Row { "https://localhost/a", "refused\n" },
-             Row { "https://10.0.0.1/a", "refused\n" },
-             Row { "", "refused\n" },
-             Row { "https:/example.com/a", "refused\n" },
-             Row { "https:///example.com/", "refused\n" },
-             Row { "https://ex%61mple.com/", "refused\n" },
-             Row { "https://example.com:99999/", "allowed\n" },
          }) {
         auto run = runQuillmar(folder.path(), { "url", "check", row.url });
         EXPECT_EQ(run.code, 0) << row.url;
@@ -80,14 +74,12 @@ protected:
     std::unique_ptr<LocalHttpsServer> m_server;
 };
 
+// Each failure's description is the fetcher's own test; here, that the body or the failure is printed.
 TEST_F(FetchCommandTest, PrintsTheBodyOrTheFailure)
 {
     m_server->route("/feed", HttpsRoute::ok("<rss version=\"2.0\"/>"));
     m_server->route("/missing", HttpsRoute::withStatus(404));
-    m_server->route("/busy", HttpsRoute::withStatus(503));
-    m_server->route("/away", HttpsRoute::redirect("http://feeds.example.com/feed"));
     m_server->route("/big", HttpsRoute::ok(std::string(11, 'x')));
-    m_server->route("/ssh", [] { HttpsRoute route; route.raw = "SSH-2.0-x\r\n"; return route; }());
     struct Row {
         const char* path;
         std::vector<std::string> extra;
@@ -100,9 +92,6 @@ TEST_F(FetchCommandTest, PrintsTheBodyOrTheFailure)
              Row { "/big", { "--cap", "11" }, 0, "xxxxxxxxxxx", "" },
              Row { "/big", { "--cap", "10" }, 1, "", "tooLarge\n" },
              Row { "/missing", {}, 1, "", "notFound\n" },
-             Row { "/busy", {}, 1, "", "http 503\n" },
-             Row { "/away", {}, 1, "", "http 302\n" },
-             Row { "/ssh", {}, 1, "", "badResponse\n" },
          }) {
         auto run = fetch(row.path, row.extra);
         EXPECT_EQ(run.code, row.code) << row.path;
@@ -152,18 +141,10 @@ TEST_F(FetchCommandTest, BinaryWritesBinaryBodies)
             bytes += static_cast<char>(value);
     }
     m_server->route("/blob", HttpsRoute::ok(bytes));
-    auto command = "XDG_CONFIG_HOME='" + (m_folder.path() / "config").string() + "' XDG_DATA_HOME='"
-        + (m_folder.path() / "data").string() + "' " + QUILLMAR_BINARY + " fetch '"
-        + m_server->url("feeds.example.com", "/blob") + "' --resolve " + m_server->resolveEntry("feeds.example.com")
-        + " --cacert '" + caFile() + "'";
-    std::FILE* pipe = popen(command.c_str(), "r");
-    ASSERT_TRUE(pipe);
-    std::string output;
-    char buffer[4096];
-    while (auto count = std::fread(buffer, 1, sizeof buffer, pipe))
-        output.append(buffer, count);
-    EXPECT_EQ(WEXITSTATUS(pclose(pipe)), 0);
-    EXPECT_EQ(output, bytes);
+    auto binary = runQuillmarBinary(m_folder.path(), { "fetch", m_server->url("feeds.example.com", "/blob"), "--resolve",
+                                                       m_server->resolveEntry("feeds.example.com"), "--cacert", caFile() });
+    EXPECT_EQ(binary.code, 0) << binary.err;
+    EXPECT_EQ(binary.out, bytes);
 }
 
 // Behind a company proxy: the real binary, with the proxy in its environment as the user's shell sets it.

@@ -9,16 +9,9 @@
 namespace quillmar {
 namespace {
 
-class VersionCommandTest : public testing::Test {
-protected:
-    CommandRun run(std::vector<std::string> words, const std::string& input = {})
-    {
-        return runQuillmar(m_folder.path(), std::move(words), input);
-    }
+using VersionCommandTest = CliTest;
 
-    TemporaryFolder m_folder;
-};
-
+// The version rules are the core's own tests; here, each question and each answer it can print.
 TEST_F(VersionCommandTest, AnswersOneQuestion)
 {
     struct Row {
@@ -27,20 +20,15 @@ TEST_F(VersionCommandTest, AnswersOneQuestion)
     };
     for (const auto& row : {
              Row { { "version", "compare", "1.10", "1.9" }, ">\n" },
-             Row { { "version", "compare", "1.0beta", "1.0" }, "<\n" },
              Row { { "version", "compare", "v2.0", "2.0.0" }, "=\n" },
-             Row { { "version", "compare", "", "" }, "=\n" },
              Row { { "version", "compare", "", "1" }, "<\n" },
              Row { { "version", "verdict", "5.0-1300", "5.0", "1234" }, "update\n" },
              Row { { "version", "verdict", "3.4.1.2207", "3.4.1", "2207" }, "current\n" },
              Row { { "version", "verdict", "latest", "1.0", "1" }, "uncomparable\n" },
-             Row { { "version", "verdict", "", "", "" }, "uncomparable\n" },
              Row { { "version", "placeholder", "1.0", "1" }, "true\n" },
-             Row { { "version", "placeholder", "", "9" }, "true\n" },
              Row { { "version", "placeholder", "1.0", "2" }, "false\n" },
              Row { { "version", "stable", "1.2.3" }, "true\n" },
              Row { { "version", "stable", "1.2.3-beta" }, "false\n" },
-             Row { { "version", "stable", "" }, "false\n" },
          }) {
         auto result = run(row.words);
         EXPECT_EQ(result.code, 0) << row.words[1] << ' ' << row.words[2];

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <array>
-#include <cstdio>
 #include <string>
 
 #include <nlohmann/json.hpp>
@@ -33,7 +31,6 @@ TEST_F(WindowsCommandTest, PrintsTheFrameWithoutNeedlessDecimals)
         { "HalfWithAGap", { "leftHalf", "--area", "0,0,1000,800", "--gap", "10" }, "10 10 485 780\n" },
         { "RightHalfWithAGap", { "rightHalf", "--area", "0,0,1000,800", "--gap", "10" }, "505 10 485 780\n" },
         { "ThirdsOfAnOddWidth", { "firstThird", "--area", "0,0,1190,900" }, "0 0 396.6666666666667 900\n" },
-        { "TopHalfIsUpInTheBottomLeftSpace", { "topHalf", "--area", "0,25,1440,875" }, "0 462.5 1440 437.5\n" },
         { "CenterUsesTheCurrentSize", { "center", "--area", "0,0,1200,900", "--current", "7,7,300,200" },
             "450 350 300 200\n" },
         { "CenterWithoutACurrentFrameFillsTheArea", { "center", "--area", "-1920,0,1920,1080" }, "-1920 0 1920 1080\n" },
@@ -81,18 +78,6 @@ TEST_F(WindowsCommandTest, RefusesBadInputWithAUsageError)
     auto unknown = layout({ "leftHalves", "--area", "0,0,10,10" });
     EXPECT_NE(unknown.err.find("center"), std::string::npos); // all sixteen are listed
     EXPECT_NE(unknown.err.find("lastTwoThirds"), std::string::npos);
-}
-
-TEST_F(WindowsCommandTest, TheBinaryPrintsTheFrame)
-{
-    std::string command = std::string(QUILLMAR_BINARY) + " layout rightHalf --area 0,0,1000,800 --gap 10 2>&1";
-    std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(command.c_str(), "r"), pclose);
-    ASSERT_TRUE(pipe);
-    std::array<char, 256> buffer {};
-    std::string output;
-    while (fgets(buffer.data(), buffer.size(), pipe.get()))
-        output += buffer.data();
-    EXPECT_EQ(output, "505 10 485 780\n");
 }
 
 } // namespace

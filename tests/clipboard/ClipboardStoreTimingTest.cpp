@@ -204,7 +204,9 @@ TEST_F(ClipboardTimingTest, ImagesAreWrittenBeforeAndRemovedAfterTheHistoryThatN
     EXPECT_EQ(item.imageSize, (PixelSize { 10, 20 }));
     EXPECT_TRUE(std::filesystem::exists(folder() / *item.imageFile));
     EXPECT_FALSE(historySaved()) << "the image is on disk first";
-    EXPECT_EQ(*store().image(item), "PNGDATA");
+    auto image = store().image(item);
+    ASSERT_TRUE(image) << image.error().message;
+    EXPECT_EQ(*image, "PNGDATA");
 
     m_pasteboard.copy({ "public.png" }, {}, {}, PasteboardImage { "PNGDATA", "public.png", { 10, 20 } });
     tick();

@@ -140,7 +140,7 @@ TEST_F(CommandLearningStoreTest, APendingSaveRunsWhenTheStoreCloses)
     m_store->record("mail", "ma", now);
     m_store.reset();
     ASSERT_TRUE(saved());
-    EXPECT_EQ(CommandLearning::fromJson(savedBook())->entries.size(), 1u);
+    EXPECT_EQ(CommandLearning::fromJson(savedBook()).value().entries.size(), 1u);
     m_runtime.advance(seconds(2)); // the cancelled work item must not touch the closed store
     EXPECT_EQ(m_backend->saveCount(), 1);
 }

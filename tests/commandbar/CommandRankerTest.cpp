@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <stdexcept>
 
 #include <fmt/format.h>
 
@@ -61,15 +62,16 @@ std::vector<std::string> allIds(const std::vector<CommandSection>& sections)
     return all;
 }
 
-const CommandResult* find(const std::vector<CommandSection>& sections, std::string_view id)
+// Throws when the candidate was not ranked, which fails the test cleanly.
+const CommandResult& find(const std::vector<CommandSection>& sections, std::string_view id)
 {
     for (const auto& section : sections) {
         for (const auto& result : section.results) {
             if (result.candidate->id == id)
-                return &result;
+                return result;
         }
     }
-    return nullptr;
+    throw std::out_of_range("not ranked: " + std::string(id));
 }
 
 class CommandRankerTest : public testing::Test {
@@ -142,10 +144,10 @@ TEST_F(CommandRankerTest, ScoreIsSourceWeightTimesMatchPlusBoost)
     auto sections = rank("note", { candidate("app", CommandSource::apps, "Notes"),
                                      candidate("file", CommandSource::files, "Notes"), boosted });
     double match = matchScore("note", "Notes");
-    EXPECT_DOUBLE_EQ(find(sections, "app")->score, 1.0 * match);
-    EXPECT_DOUBLE_EQ(find(sections, "file")->score, 0.74 * match);
-    EXPECT_DOUBLE_EQ(find(sections, "boosted")->score, 0.92 * match + 0.25);
-    EXPECT_EQ(find(sections, "app")->matches, (std::vector<std::size_t> { 0, 1, 2, 3 }));
+    EXPECT_DOUBLE_EQ(find(sections, "app").score, 1.0 * match);
+    EXPECT_DOUBLE_EQ(find(sections, "file").score, 0.74 * match);
+    EXPECT_DOUBLE_EQ(find(sections, "boosted").score, 0.92 * match + 0.25);
+    EXPECT_EQ(find(sections, "app").matches, (std::vector<std::size_t> { 0, 1, 2, 3 }));
 }
 
 TEST_F(CommandRankerTest, KeywordsMatchAtADiscountWithoutHighlight)
@@ -153,16 +155,15 @@ TEST_F(CommandRankerTest, KeywordsMatchAtADiscountWithoutHighlight)
     auto settings = candidate("display", CommandSource::settings, "Displays");
     settings.keywords = { "monitor", "resolution" };
     auto sections = rank("moni", { settings });
-    const auto* result = find(sections, "display");
-    ASSERT_NE(result, nullptr);
-    EXPECT_DOUBLE_EQ(result->score, 0.86 * (0.86 * matchScore("moni", "monitor")));
-    EXPECT_TRUE(result->matches.empty());
+    const auto& result = find(sections, "display");
+    EXPECT_DOUBLE_EQ(result.score, 0.86 * (0.86 * matchScore("moni", "monitor")));
+    EXPECT_TRUE(result.matches.empty());
 
     // A title that scores higher than the discounted keyword keeps its highlight.
     settings.keywords = { "displays" };
     sections = rank("disp", { settings });
-    EXPECT_DOUBLE_EQ(find(sections, "display")->score, 0.86 * matchScore("disp", "Displays"));
-    EXPECT_EQ(find(sections, "display")->matches, (std::vector<std::size_t> { 0, 1, 2, 3 }));
+    EXPECT_DOUBLE_EQ(find(sections, "display").score, 0.86 * matchScore("disp", "Displays"));
+    EXPECT_EQ(find(sections, "display").matches, (std::vector<std::size_t> { 0, 1, 2, 3 }));
 }
 
 TEST_F(CommandRankerTest, LearnedWeightAddsAFrecencyBonusOnlyToLearningCandidates)
@@ -176,9 +177,9 @@ TEST_F(CommandRankerTest, LearnedWeightAddsAFrecencyBonusOnlyToLearningCandidate
     notLearning.learns = false;
     auto sections = rank("m", { candidate("mail", CommandSource::apps, "Mail"), notLearning,
                                   candidate("music", CommandSource::apps, "Music") });
-    EXPECT_DOUBLE_EQ(find(sections, "mail")->score, matchScore("m", "Mail") + 0.1);
-    EXPECT_DOUBLE_EQ(find(sections, "maps")->score, matchScore("m", "Maps"));
-    EXPECT_DOUBLE_EQ(find(sections, "music")->score, matchScore("m", "Music") + 0.2 * 0.25 * std::log2(8.5));
+    EXPECT_DOUBLE_EQ(find(sections, "mail").score, matchScore("m", "Mail") + 0.1);
+    EXPECT_DOUBLE_EQ(find(sections, "maps").score, matchScore("m", "Maps"));
+    EXPECT_DOUBLE_EQ(find(sections, "music").score, matchScore("m", "Music") + 0.2 * 0.25 * std::log2(8.5));
 }
 
 TEST_F(CommandRankerTest, HabitBonusGoesToWhatWasPickedAfterTheSameQuery)
@@ -190,8 +191,8 @@ TEST_F(CommandRankerTest, HabitBonusGoesToWhatWasPickedAfterTheSameQuery)
     auto bonus = book->habitBonuses("ma", now).at("maps");
     auto sections = rank("ma", { candidate("mail", CommandSource::apps, "Mail"), candidate("maps", CommandSource::apps, "Maps") });
     double frecency = 0.2 * 0.25 * std::log2(2.0);
-    EXPECT_DOUBLE_EQ(find(sections, "maps")->score, matchScore("ma", "Maps") + frecency + bonus);
-    EXPECT_DOUBLE_EQ(find(sections, "mail")->score, matchScore("ma", "Mail"));
+    EXPECT_DOUBLE_EQ(find(sections, "maps").score, matchScore("ma", "Maps") + frecency + bonus);
+    EXPECT_DOUBLE_EQ(find(sections, "mail").score, matchScore("ma", "Mail"));
     EXPECT_EQ(sections.front().results.front().candidate->id, "maps");
 }
 
@@ -212,7 +213,7 @@ TEST_F(CommandRankerTest, DatesEarnARecencyBonusFadingOverTwentyDays)
     auto sections = rank("report", list);
     double base = 0.74 * matchScore("report", "report.pdf");
     for (const auto& row : rows)
-        EXPECT_NEAR(find(sections, row.id)->score, base + row.bonus, 1e-12) << row.id;
+        EXPECT_NEAR(find(sections, row.id).score, base + row.bonus, 1e-12) << row.id;
 }
 
 TEST_F(CommandRankerTest, AnswersScoreTenInScopeAllAndKeepTheirOrder)

@@ -30,7 +30,7 @@ TEST(Edid, FallsBackToManufacturerAndNumbersWithoutDescriptors)
 
 TEST(Edid, ANameFillingTheWholeDescriptorIsKeptWhole)
 {
-    EXPECT_EQ(Edid::parse(makeEdid("ABCDEFGHIJKLM"))->productName, "ABCDEFGHIJKLM");
+    EXPECT_EQ(Edid::parse(makeEdid("ABCDEFGHIJKLM")).value().productName, "ABCDEFGHIJKLM");
 }
 
 TEST(Edid, RefusesBytesWithoutTheHeaderOrShorterThanABlock)

@@ -70,7 +70,7 @@ TEST_F(SMCConnectionTest, InfoRejectsSizesOutsideOneToThirtyTwo)
     smc->setKey("FULL", "ch8*", std::vector<std::uint8_t>(32, 0x41));
     EXPECT_FALSE(connection->info("ZERO"));
     EXPECT_FALSE(connection->info("HUGE"));
-    EXPECT_EQ(connection->info("FULL")->size, 32u);
+    EXPECT_EQ(connection->info("FULL").value().size, 32u);
 }
 
 TEST_F(SMCConnectionTest, KeysThatAreNotFourCharactersAreMissingWithoutACall)
@@ -82,7 +82,7 @@ TEST_F(SMCConnectionTest, KeysThatAreNotFourCharactersAreMissingWithoutACall)
 
 TEST_F(SMCConnectionTest, ReadSendsKeySizeAndCommandFiveAndReturnsTheFirstSizeBytes)
 {
-    auto info = *connection->info("F0Tg");
+    auto info = connection->info("F0Tg").value();
     auto bytes = connection->readBytes("F0Tg", info);
     ASSERT_TRUE(bytes);
     EXPECT_EQ(*bytes, (std::vector<std::uint8_t> { 0x00, 0x00, 0xE1, 0x44 }));
@@ -93,7 +93,7 @@ TEST_F(SMCConnectionTest, ReadSendsKeySizeAndCommandFiveAndReturnsTheFirstSizeBy
 
 TEST_F(SMCConnectionTest, AFailedCallOrANonZeroResultReadsAsNone)
 {
-    auto info = *connection->info("F0Tg");
+    auto info = connection->info("F0Tg").value();
     smc->driverStatus = 0x2c2; // the kernel's "not permitted"
     EXPECT_FALSE(connection->readBytes("F0Tg", info));
     smc->driverStatus = 0;
@@ -103,7 +103,7 @@ TEST_F(SMCConnectionTest, AFailedCallOrANonZeroResultReadsAsNone)
 
 TEST_F(SMCConnectionTest, WriteSendsKeySizeTypeAndCommandSixWithZeroPaddedData)
 {
-    auto info = *connection->info("F0Tg");
+    auto info = connection->info("F0Tg").value();
     std::vector<std::uint8_t> bytes { 0x00, 0x00, 0x61, 0x45 };
     ASSERT_TRUE(connection->writeBytes("F0Tg", info, bytes));
     const auto& request = smc->requests.back();
@@ -118,7 +118,7 @@ TEST_F(SMCConnectionTest, WriteSendsKeySizeTypeAndCommandSixWithZeroPaddedData)
 
 TEST_F(SMCConnectionTest, WriteRefusesAByteCountOtherThanTheKeysSizeWithoutACall)
 {
-    auto info = *connection->info("F0Tg");
+    auto info = connection->info("F0Tg").value();
     auto calls = smc->requests.size();
     std::vector<std::uint8_t> tooShort { 0x00, 0x00, 0x61 };
     EXPECT_FALSE(connection->writeBytes("F0Tg", info, tooShort));

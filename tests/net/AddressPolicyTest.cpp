@@ -92,10 +92,10 @@ TEST(Url, ResolvesRelativeAndAbsoluteReferences)
 {
     auto base = Url::parse("https://example.com/feeds/appcast.xml");
     ASSERT_TRUE(base);
-    EXPECT_EQ(base->resolved("/other.xml")->text(), "https://example.com/other.xml");
-    EXPECT_EQ(base->resolved("next.xml")->text(), "https://example.com/feeds/next.xml");
-    EXPECT_EQ(base->resolved("http://elsewhere.org/x")->text(), "http://elsewhere.org/x");
-    EXPECT_EQ(base->resolved("//elsewhere.org/x")->text(), "https://elsewhere.org/x");
+    EXPECT_EQ(base->resolved("/other.xml").value().text(), "https://example.com/other.xml");
+    EXPECT_EQ(base->resolved("next.xml").value().text(), "https://example.com/feeds/next.xml");
+    EXPECT_EQ(base->resolved("http://elsewhere.org/x").value().text(), "http://elsewhere.org/x");
+    EXPECT_EQ(base->resolved("//elsewhere.org/x").value().text(), "https://elsewhere.org/x");
     // A reference that names a host only by guesswork resolves to nothing.
     EXPECT_FALSE(base->resolved("https:/elsewhere.org/x"));
     EXPECT_FALSE(base->resolved("https:///elsewhere.org/x"));

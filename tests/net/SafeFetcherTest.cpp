@@ -113,8 +113,6 @@ const AnswerRow answerRows[] = {
     { "notFound", HttpsRoute::withStatus(404, "missing"), "notFound" },
     { "gone", HttpsRoute::withStatus(410), "notFound" },
     { "serviceUnavailable", HttpsRoute::withStatus(503, "later"), "http 503" },
-    { "serverError", HttpsRoute::withStatus(500), "http 500" },
-    { "forbidden", HttpsRoute::withStatus(403), "http 403" },
     { "notModified", HttpsRoute::withStatus(304), "http 304" },
     { "redirectWithoutLocation", HttpsRoute::withStatus(302), "http 302" },
     { "multipleChoicesIsNotFollowed", HttpsRoute::redirect("/ok", 300), "http 300" },

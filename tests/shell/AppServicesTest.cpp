@@ -137,11 +137,9 @@ TEST(AppServices, APressedHotKeyRunsItsActionOnTheMainQueue)
 TEST(Modules, ModuleOwningFindsTheFirstListingModule)
 {
     auto modules = Modules::standard();
-    ASSERT_EQ(modules.all().size(), 11u);
-    EXPECT_EQ(modules.all().front()->name(), "Island");
-    EXPECT_EQ(modules.all().back()->name(), "Tools");
     for (auto feature : allFeatures())
         EXPECT_NE(modules.moduleOwning(feature), nullptr) << rawValue(feature) << " has no module";
+    ASSERT_NE(modules.moduleOwning(FeatureID::commandBar), nullptr);
     EXPECT_EQ(modules.moduleOwning(FeatureID::commandBar)->name(), "Command");
 
     std::vector<std::unique_ptr<FeatureModule>> islandOnly;

@@ -147,9 +147,9 @@ TEST_F(UninstallerTest, NewSelectionDropsTheRunningSearch)
     m_model.select(app("Beta.app"));
     EXPECT_TRUE(m_model.leftovers().empty());
     m_runtime.runUntilIdle();
-    EXPECT_EQ(m_model.selectedApp()->bundleID, "com.example.Beta");
+    EXPECT_EQ(m_model.selectedApp().value().bundleID, "com.example.Beta");
     EXPECT_EQ(names(m_model.leftovers()), (std::vector<std::string> { "com.example.Beta", "com.example.BetaSync", "Beta" }));
-    EXPECT_EQ(m_model.identity()->embeddedBundleIDs, (std::vector<std::string> { "com.example.BetaSync" }));
+    EXPECT_EQ(m_model.identity().value().embeddedBundleIDs, (std::vector<std::string> { "com.example.BetaSync" }));
 }
 
 TEST_F(UninstallerTest, CancelDropsResultsAndRefusedAppsAreNotSearched)
@@ -209,7 +209,7 @@ TEST_F(UninstallerTest, ResetRemovesTickedDataOnlyAndIgnoresOtherApps)
     EXPECT_EQ(m_recycler.handled(),
         (std::vector<fs::path> { m_home / "Library" / "Caches" / "com.example.Alpha",
             m_home / "Library" / "Preferences" / "com.example.Alpha.plist" }));
-    EXPECT_EQ(m_model.lastOutcome()->resultLine(), "2 moved to the Trash");
+    EXPECT_EQ(m_model.lastOutcome().value().resultLine(), "2 moved to the Trash");
     EXPECT_GT(m_changes, 0);
 }
 
