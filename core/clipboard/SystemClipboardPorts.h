@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "core/clipboard/FrontApplications.h"
-#include "core/clipboard/Pasteboard.h"
-#include "core/clipboard/SessionEvents.h"
+#include "core/desktop/FrontApplications.h"
+#include "core/desktop/Pasteboard.h"
+#include "core/desktop/SessionEvents.h"
 
 namespace quillmar {
 

@@ -9,9 +9,9 @@
 #include <string_view>
 #include <vector>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTapSource.h"
 #include "core/eventtap/EventTapWorker.h"
-#include "core/eventtap/InputEvent.h"
 #include "core/runtime/Runtime.h"
 
 namespace quillmar {

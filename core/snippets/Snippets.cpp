@@ -9,8 +9,7 @@
 #include "core/base/Files.h"
 #include "core/base/UtcStamp.h"
 #include "core/base/Utf8.h"
-#include "core/clipboard/PasteboardSnapshot.h"
-#include "core/clipboard/Uuid.h"
+#include "core/base/Uuid.h"
 #include "core/snippets/Graphemes.h"
 #include "core/snippets/SnippetVariables.h"
 
@@ -192,7 +191,7 @@ void Snippets::expand(const TextSnippet& snippet, bool terminatedBySpace)
     auto erase = graphemeCount(snippet.trigger) + (terminatedBySpace ? 1 : 0);
     for (std::size_t index = 0; index < erase; ++index)
         m_ports.keystrokes.postKey(KeyCode::deleteBackward, 0);
-    auto clipboard = PasteboardSnapshot::from(m_ports.pasteboard.read(), {}).text;
+    auto clipboard = m_ports.pasteboard.read().preferredText();
     auto expansion = SnippetVariables::expand(snippet.text, m_runtime.clock().now(), "", "", clipboard);
     m_typer.insert(expansion);
 }

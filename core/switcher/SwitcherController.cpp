@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 #include "core/switcher/SwitcherLogic.h"
 
 namespace quillmar {

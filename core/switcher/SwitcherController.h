@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
+#include "core/desktop/KeyboardLayout.h"
 #include "core/eventtap/EventTap.h"
 #include "core/runtime/Runtime.h"
-#include "core/snippets/KeyboardLayout.h"
 #include "core/switcher/AppRecency.h"
 #include "core/switcher/AppTerminator.h"
 #include "core/switcher/ClickMonitor.h"

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTap.h"
-#include "core/eventtap/InputEvent.h"
 #include "core/runtime/Runtime.h"
 #include "core/windows/AX.h"
 #include "core/windows/DragClassifier.h"

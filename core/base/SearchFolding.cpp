@@ -1,4 +1,4 @@
-#include "core/clipboard/SearchFolding.h"
+#include "core/base/SearchFolding.h"
 
 #include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
