@@ -42,7 +42,6 @@ Snippets::Snippets(Runtime& runtime, Settings& settings, std::filesystem::path l
     , m_file(std::move(libraryFile))
     , m_ports(ports)
     , m_typer(runtime.mainQueue(), ports.pasteboard, ports.keystrokes, ports.focus, ports.notices)
-    , m_alive(std::make_shared<const bool>(true))
 {
     assertMainThread();
     m_settings.registerDefaults(excludedAppsKey, groupsKey);
@@ -54,7 +53,7 @@ Snippets::~Snippets()
     assertMainThread();
     if (m_enabled)
         m_ports.eventTap.unregister(registrationName);
-    m_alive.reset();
+    m_guard.end();
 }
 
 void Snippets::assertMainThread() const
@@ -127,11 +126,10 @@ void Snippets::setEnabled(bool on)
         m_ports.eventTap.unregister(registrationName);
         return;
     }
-    std::weak_ptr<const bool> alive = m_alive;
     m_ports.eventTap.registerHandler(registrationName,
         { EventType::keyDown, EventType::leftMouseDown, EventType::rightMouseDown, EventType::otherMouseDown },
-        ListenOnly::yes, [this, alive](const InputEvent& event) -> std::optional<InputEvent> {
-            if (!alive.expired())
+        ListenOnly::yes, [this, token = m_guard.token()](const InputEvent& event) -> std::optional<InputEvent> {
+            if (token.isAlive())
                 handleEvent(event);
             return event;
         });
@@ -169,9 +167,8 @@ void Snippets::handleEvent(const InputEvent& event)
     auto snippet = m_snippets[found->index];
     bool terminated = found->terminatedBySpace;
     m_buffer.reset();
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().post([this, alive, snippet = std::move(snippet), terminated] {
-        if (!alive.expired() && m_enabled)
+    m_guard.post(m_runtime.mainQueue(), [this, snippet = std::move(snippet), terminated] {
+        if (m_enabled)
             expand(snippet, terminated);
     });
 }

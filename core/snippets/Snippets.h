@@ -15,6 +15,7 @@
 #include "core/desktop/TextFocus.h"
 #include "core/desktop/UserNotices.h"
 #include "core/eventtap/EventTap.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/settings/FileLocations.h"
 #include "core/settings/Settings.h"
@@ -122,7 +123,8 @@ private:
     bool m_saveAllowed = true;
     std::optional<std::string> m_pauseReason;
     std::optional<Error> m_lastSaveError;
-    std::shared_ptr<const bool> m_alive;
+    // Last: ends before anything else goes.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar
