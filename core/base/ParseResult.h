@@ -1,9 +1,8 @@
 #pragma once
 
-#include <cassert>
 #include <string>
-#include <utility>
-#include <variant>
+
+#include "core/base/Result.h"
 
 namespace quillmar {
 
@@ -22,30 +21,15 @@ struct ParseFailure {
     friend bool operator==(const ParseFailure&, const ParseFailure&) = default;
 };
 
-// What a reader of outside data gives: the value, or the problem and its diagnostic.
+// What a reader of outside data gives: the value, or the problem and its diagnostic. A Result whose
+// reason is a ParseFailure, named for what callers branch on.
 template<typename T>
-class [[nodiscard]] ParseResult {
+class [[nodiscard]] ParseResult : public Result<T, ParseFailure> {
 public:
-    ParseResult(T value) : m_state(std::in_place_index<0>, std::move(value)) { }
-    ParseResult(ParseFailure failure) : m_state(std::in_place_index<1>, std::move(failure)) { }
+    using Result<T, ParseFailure>::Result;
 
-    bool ok() const { return m_state.index() == 0; }
-    explicit operator bool() const { return ok(); }
-
-    T& value() & { assert(ok()); return std::get<0>(m_state); }
-    const T& value() const& { assert(ok()); return std::get<0>(m_state); }
-    T&& value() && { assert(ok()); return std::get<0>(std::move(m_state)); }
-    T* operator->() { return &value(); }
-    const T* operator->() const { return &value(); }
-    T& operator*() & { return value(); }
-    const T& operator*() const& { return value(); }
-    T&& operator*() && { return std::move(*this).value(); }
-
-    const ParseFailure& failure() const { assert(!ok()); return std::get<1>(m_state); }
+    const ParseFailure& failure() const { return this->error(); }
     ParseProblem problem() const { return failure().problem; }
-
-private:
-    std::variant<T, ParseFailure> m_state;
 };
 
 } // namespace quillmar

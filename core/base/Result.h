@@ -15,12 +15,13 @@ struct Error {
     std::string context;
 };
 
-// A value or an Error: for failures that a user, a file or the system can cause.
-template<typename T>
+// A value or an Error: for failures that a user, a file or the system can cause. Readers of outside data
+// give another reason instead (ParseResult, with a ParseFailure).
+template<typename T, typename E = Error>
 class [[nodiscard]] Result {
 public:
     Result(T value) : m_state(std::in_place_index<0>, std::move(value)) { }
-    Result(Error error) : m_state(std::in_place_index<1>, std::move(error)) { }
+    Result(E error) : m_state(std::in_place_index<1>, std::move(error)) { }
 
     bool ok() const { return m_state.index() == 0; }
     explicit operator bool() const { return ok(); }
@@ -32,28 +33,29 @@ public:
     const T* operator->() const { return &value(); }
     T& operator*() & { return value(); }
     const T& operator*() const& { return value(); }
+    T&& operator*() && { return std::move(*this).value(); }
 
-    const Error& error() const& { assert(!ok()); return std::get<1>(m_state); }
-    Error&& error() && { assert(!ok()); return std::get<1>(std::move(m_state)); }
+    const E& error() const& { assert(!ok()); return std::get<1>(m_state); }
+    E&& error() && { assert(!ok()); return std::get<1>(std::move(m_state)); }
 
 private:
-    std::variant<T, Error> m_state;
+    std::variant<T, E> m_state;
 };
 
-template<>
-class [[nodiscard]] Result<void> {
+template<typename E>
+class [[nodiscard]] Result<void, E> {
 public:
     Result() = default;
-    Result(Error error) : m_error(std::move(error)), m_failed(true) { }
+    Result(E error) : m_error(std::move(error)), m_failed(true) { }
 
     bool ok() const { return !m_failed; }
     explicit operator bool() const { return ok(); }
 
-    const Error& error() const& { assert(m_failed); return m_error; }
-    Error&& error() && { assert(m_failed); return std::move(m_error); }
+    const E& error() const& { assert(m_failed); return m_error; }
+    E&& error() && { assert(m_failed); return std::move(m_error); }
 
 private:
-    Error m_error;
+    E m_error;
     bool m_failed = false;
 };
 

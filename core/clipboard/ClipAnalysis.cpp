@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/base/SearchFolding.h"
 #include "core/base/Text.h"
-#include "core/clipboard/SearchFolding.h"
 #include "core/clipboard/WebLink.h"
 
 namespace quillmar {

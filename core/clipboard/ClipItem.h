@@ -8,6 +8,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "core/desktop/PixelSize.h"
 #include "core/runtime/Clock.h"
 
 namespace quillmar {
@@ -23,13 +24,6 @@ enum class ClipCategory { all, links, images, files, colors };
 
 std::string_view rawValue(ClipCategory category);
 std::optional<ClipCategory> clipCategoryFromRawValue(std::string_view raw);
-
-// An image's size in pixels.
-struct PixelSize {
-    std::int64_t width = 0;
-    std::int64_t height = 0;
-    bool operator==(const PixelSize&) const = default;
-};
 
 // One clipboard history entry, serialised under these key names. `date` is the latest copy, kept to the
 // millisecond so that it survives the file unchanged (the file holds Unix epoch seconds).

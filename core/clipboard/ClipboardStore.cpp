@@ -10,14 +10,14 @@
 #include "core/base/Files.h"
 #include "core/base/Text.h"
 #include "core/base/UtcStamp.h"
+#include "core/base/Uuid.h"
 #include "core/clipboard/ClipHistoryFile.h"
 #include "core/clipboard/ClipSkip.h"
 #include "core/clipboard/ClipboardSettings.h"
 #include "core/clipboard/ImageHash.h"
 #include "core/clipboard/LinkCleaner.h"
 #include "core/clipboard/WebLink.h"
-#include "core/clipboard/Uuid.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 

@@ -28,13 +28,11 @@ PasteboardSnapshot PasteboardSnapshot::from(const PasteboardReading& reading, co
 {
     PasteboardSnapshot snapshot;
     snapshot.changeCount = reading.changeCount;
+    snapshot.text = reading.preferredText();
     std::ptrdiff_t firstText = -1;
     for (auto type : PasteboardTypes::text) {
-        auto found = reading.strings.find(std::string(type));
-        if (found == reading.strings.end())
+        if (!reading.strings.contains(std::string(type)))
             continue;
-        if (!snapshot.text)
-            snapshot.text = found->second;
         auto at = position(reading, type);
         if (at >= 0 && (firstText < 0 || at < firstText))
             firstText = at;

@@ -6,11 +6,12 @@
 
 #include <unicode/brkiter.h>
 #include <unicode/locid.h>
-#include <unicode/normalizer2.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
 #include <unicode/utext.h>
 #include <unicode/utf8.h>
+
+#include "core/base/SearchFolding.h"
 
 // ICU's UTF-8 macros mix signed and unsigned arithmetic inside their expansion.
 #pragma GCC diagnostic ignored "-Wsign-conversion"
@@ -90,18 +91,6 @@ void appendUtf32(const icu::UnicodeString& text, std::u32string& out)
     }
 }
 
-icu::UnicodeString withoutNonspacingMarks(const icu::UnicodeString& text)
-{
-    icu::UnicodeString kept;
-    for (int32_t index = 0; index < text.length();) {
-        UChar32 codePoint = text.char32At(index);
-        if (u_charType(codePoint) != U_NON_SPACING_MARK)
-            kept.append(codePoint);
-        index += U16_LENGTH(codePoint);
-    }
-    return kept;
-}
-
 // Closes a UText opened on the stack.
 class UTextCloser final {
 public:
@@ -121,9 +110,6 @@ CharacterFolder::CharacterFolder()
     UErrorCode status = U_ZERO_ERROR;
     m_breaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
     m_foldedBreaks.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    m_nfd = icu::Normalizer2::getNFDInstance(status);
-    m_nfc = icu::Normalizer2::getNFCInstance(status);
-    m_nfkcCasefold = icu::Normalizer2::getNFKCCasefoldInstance(status);
     // These come from ICU's built-in data; without it nothing in the suite could work.
     assert(U_SUCCESS(status) && m_breaks && m_foldedBreaks);
 }
@@ -220,18 +206,18 @@ FoldedKey CharacterFolder::foldCodePoints(std::u32string_view codePoints)
         m_folded.push_back(static_cast<char32_t>(key));
         return key;
     }
-    UErrorCode status = U_ZERO_ERROR;
-    auto text = icu::UnicodeString::fromUTF32(reinterpret_cast<const UChar32*>(codePoints.data()),
-        static_cast<int32_t>(codePoints.size()));
-    text.foldCase(U_FOLD_CASE_DEFAULT);
-    auto decomposed = m_nfd->normalize(text, status);
-    auto folded = m_nfc->normalize(withoutNonspacingMarks(decomposed), status);
-    if (U_FAILURE(status) || folded.isEmpty()) {
+    m_folded = foldedForSearch(codePoints);
+    if (m_folded.empty()) {
         // A lone mark folds to nothing: it stays as written so that it can still be typed and matched.
         m_folded = codePoints;
         return keyOf(m_folded);
     }
+    if (m_folded.size() == 1)
+        return keyOf(m_folded);
     // Folding may spell one character as several ("ß" as "ss"); the first stands for it.
+    auto folded = icu::UnicodeString::fromUTF32(reinterpret_cast<const UChar32*>(m_folded.data()),
+        static_cast<int32_t>(m_folded.size()));
+    m_folded.clear();
     m_foldedBreaks->setText(folded);
     std::int32_t end = m_foldedBreaks->next();
     if (end == icu::BreakIterator::DONE)
@@ -262,23 +248,7 @@ std::string CharacterFolder::foldedCharacter(std::string_view text)
 
 std::string CharacterFolder::foldLoosely(std::string_view text)
 {
-    UErrorCode status = U_ZERO_ERROR;
-    auto source = icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), static_cast<int32_t>(text.size())));
-    auto compatible = m_nfkcCasefold->normalize(source, status);
-    auto bare = m_nfc->normalize(withoutNonspacingMarks(m_nfd->normalize(compatible, status)), status);
-    bare.toLower(icu::Locale::getRoot());
-    icu::UnicodeString kept;
-    for (int32_t index = 0; index < bare.length();) {
-        UChar32 codePoint = bare.char32At(index);
-        if (!u_isUWhiteSpace(codePoint))
-            kept.append(codePoint);
-        index += U16_LENGTH(codePoint);
-    }
-    if (U_FAILURE(status))
-        return {};
-    std::string utf8;
-    kept.toUTF8String(utf8);
-    return utf8;
+    return foldedLoosely(text);
 }
 
 } // namespace quillmar

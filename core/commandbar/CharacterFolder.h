@@ -13,7 +13,6 @@
 
 U_NAMESPACE_BEGIN
 class BreakIterator;
-class Normalizer2;
 U_NAMESPACE_END
 
 namespace quillmar {
@@ -57,10 +56,8 @@ public:
     // The first character of `text` folded, as UTF-8; empty for empty text.
     std::string foldedCharacter(std::string_view text);
 
-    // For keys that must not depend on how a word was typed: compatibility forms (full-width letters,
-    // ligatures) replaced, case folded, diacritics removed, lowercased, and every whitespace character
-    // taken out.
-    std::string foldLoosely(std::string_view text);
+    // foldedLoosely (core/base/SearchFolding.h): for keys that must not depend on how a word was typed.
+    static std::string foldLoosely(std::string_view text);
 
     static bool isSeparator(char32_t codePoint);
 
@@ -71,9 +68,6 @@ private:
 
     std::unique_ptr<icu::BreakIterator> m_breaks; // over the text being split
     std::unique_ptr<icu::BreakIterator> m_foldedBreaks; // over one folded character
-    const icu::Normalizer2* m_nfd = nullptr;
-    const icu::Normalizer2* m_nfc = nullptr;
-    const icu::Normalizer2* m_nfkcCasefold = nullptr;
     std::vector<Character> m_characters;
     std::u32string m_codePoints;
     std::u32string m_folded;

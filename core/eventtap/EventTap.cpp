@@ -19,19 +19,17 @@ EventTap::EventTap(Runtime& runtime, EventTapSource& source)
     , m_source(source)
     , m_trusted(source.isAccessibilityTrusted())
     , m_chains { std::make_shared<const ChainTable>(), std::make_shared<const ChainTable>() }
-    , m_alive(std::make_shared<const bool>(true))
 {
     assertMainThread();
-    std::weak_ptr<const bool> alive = m_alive;
     m_worker = std::make_unique<EventTapWorker>(
         runtime, source,
-        [this, alive](const InputEvent& event) -> std::optional<InputEvent> {
-            if (alive.expired())
+        [this, token = m_guard.token()](const InputEvent& event) -> std::optional<InputEvent> {
+            if (!token.isAlive())
                 return event;
             return runFilters(event);
         },
-        [this, alive](const InputEvent& event) {
-            if (!alive.expired())
+        [this, token = m_guard.token()](const InputEvent& event) {
+            if (token.isAlive())
                 runListeners(event);
         });
 }
@@ -39,7 +37,7 @@ EventTap::EventTap(Runtime& runtime, EventTapSource& source)
 EventTap::~EventTap()
 {
     assertMainThread();
-    m_alive.reset();
+    m_guard.end();
     m_worker.reset();
 }
 

@@ -9,9 +9,10 @@
 #include <string_view>
 #include <vector>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTapSource.h"
 #include "core/eventtap/EventTapWorker.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 
 namespace quillmar {
@@ -92,8 +93,8 @@ private:
     std::array<std::shared_ptr<const ChainTable>, 2> m_chains; // [ListenOnly::no], [ListenOnly::yes]
     std::array<std::uint64_t, 2> m_masks {};                   // over the registrations, whatever the trust
     std::array<std::uint64_t, 2> m_appliedMasks {};            // what the worker was last told
-    // Expires when the tap goes; main-thread work the worker queued checks it before reaching in.
-    std::shared_ptr<const bool> m_alive;
+    // Ends when the tap goes; main-thread work the worker queued checks it before reaching in.
+    LifetimeGuard m_guard;
     std::unique_ptr<EventTapWorker> m_worker;
 };
 

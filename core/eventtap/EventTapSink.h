@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 

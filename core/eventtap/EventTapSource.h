@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTapSink.h"
-#include "core/eventtap/InputEvent.h"
 
 namespace quillmar {
 

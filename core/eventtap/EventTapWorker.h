@@ -7,9 +7,9 @@
 #include <memory>
 #include <optional>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTapSink.h"
 #include "core/eventtap/EventTapSource.h"
-#include "core/eventtap/InputEvent.h"
 #include "core/runtime/Runtime.h"
 
 namespace quillmar {

@@ -6,7 +6,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "core/clipboard/Uuid.h"
+#include "core/base/Uuid.h"
 
 namespace quillmar::SnippetLibrary {
 

@@ -1,7 +1,7 @@
 #include "core/snippets/SnippetMenuModel.h"
 
+#include "core/base/SearchFolding.h"
 #include "core/base/Text.h"
-#include "core/clipboard/SearchFolding.h"
 
 namespace quillmar::SnippetMenuModel {
 

@@ -1,7 +1,7 @@
 #include "core/snippets/SnippetTyper.h"
 
-#include "core/clipboard/PasteboardSnapshot.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
+#include "core/desktop/PasteboardTypes.h"
 #include "core/snippets/Graphemes.h"
 
 namespace quillmar {

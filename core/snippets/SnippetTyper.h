@@ -4,13 +4,13 @@
 #include <memory>
 #include <string_view>
 
-#include "core/clipboard/Keystrokes.h"
-#include "core/clipboard/Pasteboard.h"
-#include "core/clipboard/UserNotices.h"
+#include "core/desktop/Keystrokes.h"
+#include "core/desktop/Pasteboard.h"
+#include "core/desktop/TextFocus.h"
+#include "core/desktop/UserNotices.h"
 #include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/MainQueue.h"
 #include "core/snippets/SnippetVariables.h"
-#include "core/snippets/TextFocus.h"
 
 namespace quillmar {
 

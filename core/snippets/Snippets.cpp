@@ -9,8 +9,7 @@
 #include "core/base/Files.h"
 #include "core/base/UtcStamp.h"
 #include "core/base/Utf8.h"
-#include "core/clipboard/PasteboardSnapshot.h"
-#include "core/clipboard/Uuid.h"
+#include "core/base/Uuid.h"
 #include "core/snippets/Graphemes.h"
 #include "core/snippets/SnippetVariables.h"
 
@@ -43,7 +42,6 @@ Snippets::Snippets(Runtime& runtime, Settings& settings, std::filesystem::path l
     , m_file(std::move(libraryFile))
     , m_ports(ports)
     , m_typer(runtime.mainQueue(), ports.pasteboard, ports.keystrokes, ports.focus, ports.notices)
-    , m_alive(std::make_shared<const bool>(true))
 {
     assertMainThread();
     m_settings.registerDefaults(excludedAppsKey, groupsKey);
@@ -55,7 +53,7 @@ Snippets::~Snippets()
     assertMainThread();
     if (m_enabled)
         m_ports.eventTap.unregister(registrationName);
-    m_alive.reset();
+    m_guard.end();
 }
 
 void Snippets::assertMainThread() const
@@ -128,11 +126,10 @@ void Snippets::setEnabled(bool on)
         m_ports.eventTap.unregister(registrationName);
         return;
     }
-    std::weak_ptr<const bool> alive = m_alive;
     m_ports.eventTap.registerHandler(registrationName,
         { EventType::keyDown, EventType::leftMouseDown, EventType::rightMouseDown, EventType::otherMouseDown },
-        ListenOnly::yes, [this, alive](const InputEvent& event) -> std::optional<InputEvent> {
-            if (!alive.expired())
+        ListenOnly::yes, [this, token = m_guard.token()](const InputEvent& event) -> std::optional<InputEvent> {
+            if (token.isAlive())
                 handleEvent(event);
             return event;
         });
@@ -170,9 +167,8 @@ void Snippets::handleEvent(const InputEvent& event)
     auto snippet = m_snippets[found->index];
     bool terminated = found->terminatedBySpace;
     m_buffer.reset();
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().post([this, alive, snippet = std::move(snippet), terminated] {
-        if (!alive.expired() && m_enabled)
+    m_guard.post(m_runtime.mainQueue(), [this, snippet = std::move(snippet), terminated] {
+        if (m_enabled)
             expand(snippet, terminated);
     });
 }
@@ -192,7 +188,7 @@ void Snippets::expand(const TextSnippet& snippet, bool terminatedBySpace)
     auto erase = graphemeCount(snippet.trigger) + (terminatedBySpace ? 1 : 0);
     for (std::size_t index = 0; index < erase; ++index)
         m_ports.keystrokes.postKey(KeyCode::deleteBackward, 0);
-    auto clipboard = PasteboardSnapshot::from(m_ports.pasteboard.read(), {}).text;
+    auto clipboard = m_ports.pasteboard.read().preferredText();
     auto expansion = SnippetVariables::expand(snippet.text, m_runtime.clock().now(), "", "", clipboard);
     m_typer.insert(expansion);
 }

@@ -8,20 +8,21 @@
 #include <vector>
 
 #include "core/base/Result.h"
-#include "core/clipboard/FrontApplications.h"
-#include "core/clipboard/Keystrokes.h"
-#include "core/clipboard/Pasteboard.h"
-#include "core/clipboard/UserNotices.h"
+#include "core/desktop/FrontApplications.h"
+#include "core/desktop/KeyboardLayout.h"
+#include "core/desktop/Keystrokes.h"
+#include "core/desktop/Pasteboard.h"
+#include "core/desktop/TextFocus.h"
+#include "core/desktop/UserNotices.h"
 #include "core/eventtap/EventTap.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/settings/FileLocations.h"
 #include "core/settings/Settings.h"
 #include "core/shell/services/SnippetService.h"
-#include "core/snippets/KeyboardLayout.h"
 #include "core/snippets/SnippetLibrary.h"
 #include "core/snippets/SnippetMatcher.h"
 #include "core/snippets/SnippetTyper.h"
-#include "core/snippets/TextFocus.h"
 #include "core/snippets/TextSnippet.h"
 #include "core/snippets/TypedKeyBuffer.h"
 
@@ -122,7 +123,8 @@ private:
     bool m_saveAllowed = true;
     std::optional<std::string> m_pauseReason;
     std::optional<Error> m_lastSaveError;
-    std::shared_ptr<const bool> m_alive;
+    // Last: ends before anything else goes.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

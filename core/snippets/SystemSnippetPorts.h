@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "core/snippets/KeyboardLayout.h"
-#include "core/snippets/TextFocus.h"
+#include "core/desktop/KeyboardLayout.h"
+#include "core/desktop/TextFocus.h"
 
 namespace quillmar {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 

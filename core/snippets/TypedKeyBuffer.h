@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 
 namespace quillmar {
 

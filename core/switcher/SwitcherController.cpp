@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 #include "core/switcher/SwitcherLogic.h"
 
 namespace quillmar {
@@ -36,7 +36,6 @@ SwitcherController::SwitcherController(Runtime& runtime, SwitcherModel& model, S
     , m_ports(ports)
     , m_options(std::move(options))
     , m_isSuspended(std::move(isSuspended))
-    , m_alive(std::make_shared<const bool>(true))
 {
     assertMainThread();
     m_trigger = m_options().trigger;
@@ -46,7 +45,7 @@ SwitcherController::~SwitcherController()
 {
     assertMainThread();
     setEnabled(false);
-    m_alive.reset();
+    m_guard.end();
 }
 
 void SwitcherController::assertMainThread() const
@@ -56,11 +55,7 @@ void SwitcherController::assertMainThread() const
 
 void SwitcherController::forward(std::function<void()> work)
 {
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().post([alive, work = std::move(work)] {
-        if (!alive.expired())
-            work();
-    });
+    m_guard.post(m_runtime.mainQueue(), std::move(work));
 }
 
 bool SwitcherController::triggerHeld(std::uint64_t flags) const
@@ -200,19 +195,16 @@ void SwitcherController::begin(Start start)
     m_initialSelection = SwitcherLogic::initialSelection(m_model.groups(), activePID, reverse);
 
     auto token = m_token;
-    std::weak_ptr<const bool> alive = m_alive;
-    m_ports.clicks.start([this, alive, token] {
-        if (!alive.expired() && m_active && token == m_token)
+    m_ports.clicks.start([this, alive = m_guard.token(), token] {
+        if (alive.isAlive() && m_active && token == m_token)
             end();
     });
 
     if (pinned) {
         forward([this, token] { presentAfterDelay(token); });
     } else {
-        m_presentItem = m_runtime.mainQueue().postAfter(presentDelay, [this, alive, token] {
-            if (!alive.expired())
-                presentAfterDelay(token);
-        });
+        m_presentItem = m_guard.postAfter(m_runtime.mainQueue(), presentDelay,
+            [this, token] { presentAfterDelay(token); });
     }
 }
 
@@ -468,11 +460,8 @@ void SwitcherController::closeSelected()
         return;
     }
     auto token = m_token;
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().postAfter(closeCheckDelay, [this, alive, windowNumber = *item->windowNumber, token] {
-        if (!alive.expired())
-            verifyClose(windowNumber, token);
-    });
+    m_guard.postAfter(m_runtime.mainQueue(), closeCheckDelay,
+        [this, windowNumber = *item->windowNumber, token] { verifyClose(windowNumber, token); });
 }
 
 void SwitcherController::verifyClose(std::uint32_t windowNumber, std::uint64_t token)
@@ -523,11 +512,8 @@ void SwitcherController::quitSelected()
         return;
     }
     auto token = m_token;
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().postAfter(quitCheckInterval, [this, alive, pid = item->pid, ids, token] {
-        if (!alive.expired())
-            verifyQuit(pid, ids, 1, token);
-    });
+    m_guard.postAfter(m_runtime.mainQueue(), quitCheckInterval,
+        [this, pid = item->pid, ids, token] { verifyQuit(pid, ids, 1, token); });
 }
 
 void SwitcherController::verifyQuit(std::int32_t pid, std::set<std::string> ids, int attempt, std::uint64_t token)
@@ -544,11 +530,8 @@ void SwitcherController::verifyQuit(std::int32_t pid, std::set<std::string> ids,
             m_model.markClosing(id, false); // it declined, or is still asking the user
         return;
     }
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().postAfter(quitCheckInterval, [this, alive, pid, ids = std::move(ids), attempt, token] {
-        if (!alive.expired())
-            verifyQuit(pid, ids, attempt + 1, token);
-    });
+    m_guard.postAfter(m_runtime.mainQueue(), quitCheckInterval,
+        [this, pid, ids = std::move(ids), attempt, token] { verifyQuit(pid, ids, attempt + 1, token); });
 }
 
 } // namespace quillmar

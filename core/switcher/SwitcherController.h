@@ -11,9 +11,10 @@
 #include <string>
 #include <vector>
 
+#include "core/desktop/KeyboardLayout.h"
 #include "core/eventtap/EventTap.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
-#include "core/snippets/KeyboardLayout.h"
 #include "core/switcher/AppRecency.h"
 #include "core/switcher/AppTerminator.h"
 #include "core/switcher/ClickMonitor.h"
@@ -166,8 +167,8 @@ private:
     std::vector<AppSnapshot> m_apps;
     std::map<std::uint32_t, WindowEntry> m_entries; // this session's windows by number
 
-    // Expires with the controller; work it posted checks it first.
-    std::shared_ptr<const bool> m_alive;
+    // Last: ends with the controller; work it posted does nothing after that.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

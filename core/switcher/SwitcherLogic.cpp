@@ -6,9 +6,9 @@
 
 #include <unicode/uchar.h>
 
+#include "core/base/SearchFolding.h"
 #include "core/base/Text.h"
 #include "core/base/Utf8.h"
-#include "core/commandbar/CharacterFolder.h"
 
 namespace quillmar::SwitcherLogic {
 
@@ -41,12 +41,10 @@ bool isAscii(std::string_view text)
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-// Each whitespace-separated piece folded on its own and the pieces joined with one space: the folder drops
+// Each whitespace-separated piece folded on its own and the pieces joined with one space: loose folding drops
 // white space, and a query word (which has none) must not match across two words of a title.
 std::string foldPieces(std::string_view text)
 {
-    // One folder per thread: it keeps ICU iterators and scratch buffers.
-    thread_local CharacterFolder folder;
     auto codePoints = decodeUtf8(text);
     std::string result;
     std::u32string piece;
@@ -55,7 +53,7 @@ std::string foldPieces(std::string_view text)
             return;
         if (!result.empty())
             result += ' ';
-        result += folder.foldLoosely(encodeUtf8(piece));
+        result += foldedLoosely(encodeUtf8(piece));
         piece.clear();
     };
     for (auto codePoint : codePoints) {

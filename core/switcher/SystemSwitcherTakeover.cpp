@@ -1,7 +1,7 @@
 #include "core/switcher/SystemSwitcherTakeover.h"
 
 #include "core/base/Diagnostics.h"
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 
 namespace quillmar {
 

@@ -55,7 +55,6 @@ Uninstaller::Uninstaller(Runtime& runtime, UninstallerPlaces places, Uninstaller
     : m_runtime(runtime)
     , m_places(std::move(places))
     , m_ports(ports)
-    , m_alive(std::make_shared<const bool>(true))
     , m_appsQueue(runtime.makeSerialQueue(std::string(appsQueueLabel)))
     , m_searchQueue(runtime.makeSerialQueue(std::string(searchQueueLabel)))
     , m_removalQueue(runtime.makeSerialQueue(std::string(removalQueueLabel)))
@@ -67,7 +66,7 @@ Uninstaller::~Uninstaller()
     raise(m_appsCancelled);
     raise(m_searchCancelled);
     raise(m_removalCancelled);
-    m_alive.reset();
+    m_guard.end();
 }
 
 void Uninstaller::changed()
@@ -144,11 +143,10 @@ void Uninstaller::loadApps()
     m_isLoadingApps = true;
     changed();
 
-    std::weak_ptr<const bool> alive = m_alive;
-    m_appsQueue->post([this, alive, &mainQueue, generation, roots = m_places.appRoots] {
+    m_appsQueue->post([this, token = m_guard.token(), &mainQueue, generation, roots = m_places.appRoots] {
         auto apps = InstalledAppList::scan(roots);
-        mainQueue.post([this, alive, generation, apps = std::move(apps)]() mutable {
-            if (alive.expired() || generation != m_appsGeneration)
+        token.post(mainQueue, [this, generation, apps = std::move(apps)]() mutable {
+            if (generation != m_appsGeneration)
                 return;
             std::vector<fs::path> bundles;
             for (const auto& app : apps)
@@ -167,15 +165,15 @@ void Uninstaller::measureApps(std::uint64_t generation, std::vector<fs::path> bu
     if (bundles.empty())
         return;
     auto& mainQueue = m_runtime.mainQueue();
-    std::weak_ptr<const bool> alive = m_alive;
     auto& usage = m_ports.diskUsage;
-    m_appsQueue->post([this, alive, &mainQueue, &usage, generation, cancelled = m_appsCancelled, bundles] {
+    m_appsQueue->post([this, token = m_guard.token(), &mainQueue, &usage, generation, cancelled = m_appsCancelled,
+                          bundles] {
         for (std::size_t index = 0; index < bundles.size() && !cancelled->load(); ++index) {
             auto size = DiskMeasure::allocatedSize(usage, bundles[index], checker(cancelled));
             auto lastUsed = DiskMeasure::lastUsed(usage, bundles[index]);
             bool last = index + 1 == bundles.size();
-            mainQueue.post([this, alive, generation, url = bundles[index], size, lastUsed, last] {
-                if (alive.expired() || generation != m_appsGeneration)
+            token.post(mainQueue, [this, generation, url = bundles[index], size, lastUsed, last] {
+                if (generation != m_appsGeneration)
                     return;
                 for (auto& app : m_apps) {
                     if (app.url == url) {
@@ -228,9 +226,8 @@ void Uninstaller::startSearch(const InstalledApp& app)
     auto generation = ++m_searchGeneration;
     m_isScanning = true;
 
-    std::weak_ptr<const bool> alive = m_alive;
     auto ports = m_ports;
-    m_searchQueue->post([this, alive, &mainQueue, ports, generation, cancelled = m_searchCancelled,
+    m_searchQueue->post([this, token = m_guard.token(), &mainQueue, ports, generation, cancelled = m_searchCancelled,
                             library = m_places.library, app] {
         auto isCancelled = checker(cancelled);
         auto identity = AppIdentity::make(app.url, app.bundleID, ports.signing, isCancelled);
@@ -240,8 +237,8 @@ void Uninstaller::startSearch(const InstalledApp& app)
         std::vector<fs::path> paths;
         for (const auto& leftover : found)
             paths.push_back(leftover.url);
-        mainQueue.post([this, alive, generation, identity = std::move(identity), found = std::move(found)]() mutable {
-            if (alive.expired() || generation != m_searchGeneration)
+        token.post(mainQueue, [this, generation, identity = std::move(identity), found = std::move(found)]() mutable {
+            if (generation != m_searchGeneration)
                 return;
             m_identity = std::move(identity);
             m_leftovers = std::move(found);
@@ -257,8 +254,8 @@ void Uninstaller::startSearch(const InstalledApp& app)
                 return;
             sizes.push_back({ path, DiskMeasure::allocatedSize(ports.diskUsage, path, isCancelled) });
         }
-        mainQueue.post([this, alive, generation, appSize, sizes = std::move(sizes)] {
-            if (alive.expired() || generation != m_searchGeneration)
+        token.post(mainQueue, [this, generation, appSize, sizes = std::move(sizes)] {
+            if (generation != m_searchGeneration)
                 return;
             m_appSize = appSize;
             for (auto& leftover : m_leftovers) {
@@ -312,22 +309,21 @@ void Uninstaller::remove(const InstalledApp& app, bool includingApp, std::functi
     m_removalCancelled = freshFlag();
     changed();
 
-    std::weak_ptr<const bool> alive = m_alive;
     auto& recycler = m_ports.recycler;
-    m_removalQueue->post([this, alive, &mainQueue, &recycler, items = std::move(items), home = m_places.home,
-                             cancelled = m_removalCancelled, includingApp, completion = std::move(completion)] {
-        auto progress = [this, alive, &mainQueue](double fraction) {
-            mainQueue.post([this, alive, fraction] {
-                if (alive.expired() || !m_isRemoving)
+    m_removalQueue->post([this, token = m_guard.token(), &mainQueue, &recycler, items = std::move(items),
+                             home = m_places.home, cancelled = m_removalCancelled, includingApp,
+                             completion = std::move(completion)] {
+        auto progress = [this, token, &mainQueue](double fraction) {
+            token.post(mainQueue, [this, fraction] {
+                if (!m_isRemoving)
                     return;
                 m_removalProgress = fraction;
                 changed();
             });
         };
         auto outcome = Removal::run(items, home, recycler, Removal::defaultBatchSize, progress, checker(cancelled));
-        mainQueue.post([this, alive, outcome = std::move(outcome), includingApp, completion] {
-            if (!alive.expired())
-                finishRemoval(outcome, includingApp, completion);
+        token.post(mainQueue, [this, outcome = std::move(outcome), includingApp, completion] {
+            finishRemoval(outcome, includingApp, completion);
         });
     });
 }

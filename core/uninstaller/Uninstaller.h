@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/uninstaller/AppIdentity.h"
 #include "core/uninstaller/DiskUsage.h"
@@ -163,7 +164,8 @@ private:
     std::shared_ptr<std::atomic<bool>> m_appsCancelled;
     std::shared_ptr<std::atomic<bool>> m_searchCancelled;
     std::shared_ptr<std::atomic<bool>> m_removalCancelled;
-    std::shared_ptr<const bool> m_alive;
+    // Ends with the model (before the queues are joined); results posted after that do nothing.
+    LifetimeGuard m_guard;
 
     // Last, so that they are joined first when the model goes away.
     std::unique_ptr<SerialQueue> m_appsQueue;

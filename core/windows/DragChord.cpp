@@ -1,7 +1,7 @@
 #include "core/windows/DragChord.h"
 
 #include "core/base/RawValueTable.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 

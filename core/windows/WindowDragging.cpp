@@ -66,13 +66,12 @@ WindowDragging::WindowDragging(Runtime& runtime, EventTap& tap, Ports ports, Win
     , m_manager(manager)
     , m_preferences(preferences)
     , m_mover(runtime, ports.accessibility)
-    , m_alive(std::make_shared<const bool>(true))
 {
 }
 
 WindowDragging::~WindowDragging()
 {
-    m_alive.reset();
+    m_guard.end();
     if (m_registered)
         m_tap.unregister(registrationName);
 }
@@ -304,11 +303,7 @@ void WindowDragging::snap(std::uint32_t windowID, std::int32_t pid, WindowLayout
     if (!window)
         return;
     m_manager.apply(layout, *window, screen, Feedback::off);
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().post([this, alive, windowID, original] {
-        if (!alive.expired())
-            recordSnap(windowID, original);
-    });
+    m_guard.post(m_runtime.mainQueue(), [this, windowID, original] { recordSnap(windowID, original); });
 }
 
 void WindowDragging::recordSnap(std::uint32_t windowID, Size original)
@@ -424,7 +419,6 @@ void WindowDragging::dragGesture(const InputEvent& event)
 std::optional<InputEvent> WindowDragging::endGesture(const InputEvent& event)
 {
     Gesture gesture = *std::exchange(m_gesture, std::nullopt);
-    std::weak_ptr<const bool> alive = m_alive;
     std::optional<InputEvent> verdict;
 
     if (!gesture.passedThreshold) {
@@ -443,10 +437,8 @@ std::optional<InputEvent> WindowDragging::endGesture(const InputEvent& event)
             auto layout = gesture.zone->layout;
             auto screen = *gesture.zoneScreen;
             // After the mover's last write, so that the snapped frame is the one that stays.
-            m_mover.whenIdle([this, alive, gesture, layout, screen] {
-                m_runtime.mainQueue().post([this, alive, gesture, layout, screen] {
-                    if (alive.expired())
-                        return;
+            m_mover.whenIdle([this, &mainQueue = m_runtime.mainQueue(), token = m_guard.token(), gesture, layout, screen] {
+                token.post(mainQueue, [this, gesture, layout, screen] {
                     m_manager.apply(layout, gesture.window, screen, Feedback::off);
                     recordSnap(gesture.windowNumber, gesture.startFrame.size());
                 });
@@ -454,13 +446,12 @@ std::optional<InputEvent> WindowDragging::endGesture(const InputEvent& event)
         }
     }
 
-    m_runtime.mainQueue().postAfter(gestureCleanupDelay, [this, alive, gesture] {
-        if (alive.expired())
-            return;
-        m_mover.whenIdle([this, alive, gesture] {
-            if (alive.expired() || !gesture.enhancedWasOn)
+    m_guard.postAfter(m_runtime.mainQueue(), gestureCleanupDelay, [this, gesture] {
+        m_mover.whenIdle([this, token = m_guard.token(), gesture] {
+            if (!gesture.enhancedWasOn)
                 return;
-            m_ports.accessibility.setAttribute(gesture.app, AXName::enhancedInterface, true);
+            token.runWhileAlive(
+                [&] { m_ports.accessibility.setAttribute(gesture.app, AXName::enhancedInterface, true); });
         });
     });
     return verdict;

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
+#include "core/desktop/InputEvent.h"
 #include "core/eventtap/EventTap.h"
-#include "core/eventtap/InputEvent.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/windows/AX.h"
 #include "core/windows/DragClassifier.h"
@@ -174,7 +174,8 @@ private:
     std::optional<TitleDrag> m_titleDrag;
     std::optional<Gesture> m_gesture;
     std::vector<std::pair<std::uint32_t, SnapRecord>> m_snapped; // oldest first
-    std::shared_ptr<const bool> m_alive;
+    // Last: ends before anything else goes.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

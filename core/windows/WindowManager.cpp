@@ -21,7 +21,6 @@ WindowManager::WindowManager(Runtime& runtime, Ports ports, const WindowsPrefere
     , m_ports(ports)
     , m_ax(ports.accessibility)
     , m_preferences(preferences)
-    , m_alive(std::make_shared<const bool>(true))
 {
 }
 
@@ -118,10 +117,7 @@ void WindowManager::set(AXElement window, const Rect& target)
     if (switchedOff)
         ax.setAttribute(*app, AXName::enhancedInterface, true);
 
-    std::weak_ptr<const bool> alive = m_alive;
-    m_runtime.mainQueue().postAfter(readBackDelay, [this, alive, window, target] {
-        if (alive.expired())
-            return;
+    m_guard.postAfter(m_runtime.mainQueue(), readBackDelay, [this, window, target] {
         auto landed = frame(window);
         if (!landed)
             return;

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <deque>
-#include <memory>
 #include <optional>
 #include <vector>
 
 #include "core/hotkeys/ShortcutAction.h"
+#include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/Runtime.h"
 #include "core/windows/AX.h"
 #include "core/windows/Haptics.h"
@@ -121,8 +121,8 @@ private:
     AX m_ax;
     const WindowsPreferences& m_preferences;
     std::deque<HistoryEntry> m_history;
-    // Expires with the manager; the delayed read-back checks it first.
-    std::shared_ptr<const bool> m_alive;
+    // Last: ends before anything else goes, so the delayed read-back does nothing after the manager.
+    LifetimeGuard m_guard;
 };
 
 } // namespace quillmar

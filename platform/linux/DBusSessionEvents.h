@@ -8,7 +8,7 @@
 #include <mutex>
 #include <string>
 
-#include "core/clipboard/SessionEvents.h"
+#include "core/desktop/SessionEvents.h"
 #include "core/runtime/LifetimeGuard.h"
 #include "core/runtime/MainQueue.h"
 #include "platform/linux/DBusBuses.h"

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string_view>
 
-#include "core/clipboard/UserNotices.h"
+#include "core/desktop/UserNotices.h"
 #include "platform/linux/DBusBuses.h"
 #include "platform/linux/GMainLoopThread.h"
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 #include "core/hotkeys/Shortcut.h"
 
 namespace quillmar::X11KeyTable {

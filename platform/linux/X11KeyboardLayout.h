@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "core/base/Result.h"
-#include "core/snippets/KeyboardLayout.h"
+#include "core/desktop/KeyboardLayout.h"
 #include "platform/linux/X11Keymap.h"
 
 namespace quillmar {

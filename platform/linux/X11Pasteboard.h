@@ -17,7 +17,7 @@
 #include <vector>
 
 #include "core/base/Result.h"
-#include "core/clipboard/Pasteboard.h"
+#include "core/desktop/Pasteboard.h"
 #include "platform/linux/X11ClipboardTargets.h"
 #include "platform/linux/X11Connection.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "core/clipboard/FrontApplications.h"
-#include "core/clipboard/Pasteboard.h"
-#include "core/clipboard/SessionEvents.h"
-#include "core/clipboard/UserNotices.h"
+#include "core/desktop/FrontApplications.h"
+#include "core/desktop/Pasteboard.h"
+#include "core/desktop/SessionEvents.h"
+#include "core/desktop/UserNotices.h"
 
 namespace quillmar {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "core/snippets/KeyboardLayout.h"
-#include "core/snippets/TextFocus.h"
+#include "core/desktop/KeyboardLayout.h"
+#include "core/desktop/TextFocus.h"
 
 namespace quillmar {
 

@@ -9,12 +9,12 @@
 #include <utility>
 #include <vector>
 
-#include "core/clipboard/FrontApplications.h"
-#include "core/clipboard/Keystrokes.h"
-#include "core/clipboard/Pasteboard.h"
 #include "core/clipboard/PasteboardSnapshot.h"
-#include "core/clipboard/SessionEvents.h"
-#include "core/clipboard/UserNotices.h"
+#include "core/desktop/FrontApplications.h"
+#include "core/desktop/Keystrokes.h"
+#include "core/desktop/Pasteboard.h"
+#include "core/desktop/SessionEvents.h"
+#include "core/desktop/UserNotices.h"
 #include "core/runtime/Clock.h"
 
 namespace quillmar {

@@ -2,7 +2,7 @@
 
 #include <fstream>
 
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 #include "core/snippets/TypedKeyBuffer.h"
 
 namespace quillmar {

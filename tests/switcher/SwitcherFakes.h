@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-#include "core/eventtap/KeyCodes.h"
-#include "core/snippets/KeyboardLayout.h"
+#include "core/desktop/KeyCodes.h"
+#include "core/desktop/KeyboardLayout.h"
 #include "core/switcher/AppRecency.h"
 #include "core/switcher/AppTerminator.h"
 #include "core/switcher/ClickMonitor.h"

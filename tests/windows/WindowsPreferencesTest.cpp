@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 #include "core/settings/MemorySettingsBackend.h"
 #include "core/windows/WindowsPreferences.h"
 

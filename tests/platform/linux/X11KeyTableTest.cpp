@@ -2,7 +2,7 @@
 
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 #include "core/hotkeys/Shortcut.h"
 #include "platform/linux/X11KeyTable.h"
 #include "platform/linux/X11Session.h"

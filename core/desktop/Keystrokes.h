@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 
 namespace quillmar {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "core/clipboard/ClipItem.h"
+#include "core/desktop/PixelSize.h"
 
 namespace quillmar {
 
@@ -32,6 +32,9 @@ struct PasteboardReading {
     // The bytes of every other type that carries data (rich text, HTML, an application's own types), so
     // that the contents can be put back as they were.
     std::map<std::string, std::string> data;
+
+    // The text in the order of preference of PasteboardTypes::text; none when there is no text.
+    std::optional<std::string> preferredText() const;
 
     bool operator==(const PasteboardReading&) const = default;
 };

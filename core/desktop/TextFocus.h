@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/eventtap/InputEvent.h"
+#include "core/desktop/InputEvent.h"
 
 namespace quillmar {
 

@@ -1,4 +1,4 @@
-#include "core/clipboard/EventTapKeystrokes.h"
+#include "core/eventtap/EventTapKeystrokes.h"
 
 namespace quillmar {
 

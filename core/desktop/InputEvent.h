@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "core/base/FourCharCode.h"
-#include "core/eventtap/KeyCodes.h"
+#include "core/desktop/KeyCodes.h"
 
 namespace quillmar {
 

@@ -4,7 +4,7 @@
 
 namespace quillmar {
 
-// The moments when a clipboard left filled could be read by someone else.
+// The moments the user leaves the session, after which a clipboard left filled could be read by someone else.
 enum class SessionEvent {
     systemWillSleep,
     displayDidSleep,

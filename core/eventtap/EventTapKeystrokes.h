@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/clipboard/Keystrokes.h"
+#include "core/desktop/Keystrokes.h"
 #include "core/eventtap/EventTap.h"
 
 namespace quillmar {
