@@ -36,9 +36,9 @@ bool hasVisibleText(const std::optional<std::string>& text)
 
 std::string imageExtension(std::string_view type)
 {
-    if (type == "public.png")
+    if (type == PasteboardTypes::png)
         return "png";
-    if (type == "public.tiff")
+    if (type == PasteboardTypes::tiff)
         return "tiff";
     if (type == "public.jpeg")
         return "jpg";
@@ -53,9 +53,9 @@ std::string imageType(const std::filesystem::path& file)
 {
     auto extension = file.extension().string();
     if (extension == ".png")
-        return "public.png";
+        return std::string(PasteboardTypes::png);
     if (extension == ".tiff")
-        return "public.tiff";
+        return std::string(PasteboardTypes::tiff);
     if (extension == ".jpg")
         return "public.jpeg";
     if (extension == ".gif")

@@ -74,6 +74,60 @@ inline constexpr std::uint32_t f18 = 0x4F;
 inline constexpr std::uint32_t f19 = 0x50;
 inline constexpr std::uint32_t f20 = 0x5A;
 
+// Digits and punctuation.
+inline constexpr std::uint32_t digit1 = 0x12;
+inline constexpr std::uint32_t digit2 = 0x13;
+inline constexpr std::uint32_t digit3 = 0x14;
+inline constexpr std::uint32_t digit4 = 0x15;
+inline constexpr std::uint32_t digit6 = 0x16;
+inline constexpr std::uint32_t digit5 = 0x17;
+inline constexpr std::uint32_t equal = 0x18;
+inline constexpr std::uint32_t digit9 = 0x19;
+inline constexpr std::uint32_t digit7 = 0x1A;
+inline constexpr std::uint32_t minus = 0x1B;
+inline constexpr std::uint32_t digit8 = 0x1C;
+inline constexpr std::uint32_t digit0 = 0x1D;
+inline constexpr std::uint32_t rightBracket = 0x1E;
+inline constexpr std::uint32_t leftBracket = 0x21;
+inline constexpr std::uint32_t quote = 0x27;
+inline constexpr std::uint32_t semicolon = 0x29;
+inline constexpr std::uint32_t backslash = 0x2A;
+inline constexpr std::uint32_t comma = 0x2B;
+inline constexpr std::uint32_t slash = 0x2C;
+inline constexpr std::uint32_t period = 0x2F;
+
+// The keypad.
+inline constexpr std::uint32_t keypadDecimal = 0x41;
+inline constexpr std::uint32_t keypadMultiply = 0x43;
+inline constexpr std::uint32_t keypadPlus = 0x45;
+inline constexpr std::uint32_t keypadDivide = 0x4B;
+inline constexpr std::uint32_t keypadMinus = 0x4E;
+inline constexpr std::uint32_t keypadEquals = 0x51;
+inline constexpr std::uint32_t keypad0 = 0x52;
+inline constexpr std::uint32_t keypad1 = 0x53;
+inline constexpr std::uint32_t keypad2 = 0x54;
+inline constexpr std::uint32_t keypad3 = 0x55;
+inline constexpr std::uint32_t keypad4 = 0x56;
+inline constexpr std::uint32_t keypad5 = 0x57;
+inline constexpr std::uint32_t keypad6 = 0x58;
+inline constexpr std::uint32_t keypad7 = 0x59;
+inline constexpr std::uint32_t keypad8 = 0x5B;
+inline constexpr std::uint32_t keypad9 = 0x5C;
+
+// Help, where PC keyboards have Insert.
+inline constexpr std::uint32_t help = 0x72;
+
+// The modifier keys.
+inline constexpr std::uint32_t rightCommand = 0x36;
+inline constexpr std::uint32_t command = 0x37;
+inline constexpr std::uint32_t shift = 0x38;
+inline constexpr std::uint32_t capsLock = 0x39;
+inline constexpr std::uint32_t option = 0x3A;
+inline constexpr std::uint32_t control = 0x3B;
+inline constexpr std::uint32_t rightShift = 0x3C;
+inline constexpr std::uint32_t rightOption = 0x3D;
+inline constexpr std::uint32_t rightControl = 0x3E;
+
 // Command, Shift, Caps Lock, Option, Control, their right-hand twins and Function: the keys that only
 // change modifier flags.
 inline constexpr std::uint32_t firstModifier = 0x36;

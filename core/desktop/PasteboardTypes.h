@@ -11,6 +11,12 @@ namespace PasteboardTypes {
 inline constexpr std::array<std::string_view, 4> text {
     "public.utf8-plain-text", "public.plain-text", "NSStringPboardType", "public.utf16-external-plain-text",
 };
+// Files (a file URL each), images and rich text.
+inline constexpr std::string_view fileUrl = "public.file-url";
+inline constexpr std::string_view png = "public.png";
+inline constexpr std::string_view tiff = "public.tiff";
+inline constexpr std::string_view html = "public.html";
+inline constexpr std::string_view rtf = "public.rtf";
 inline constexpr std::string_view concealed = "org.nspasteboard.ConcealedType";
 // Temporary or generated content, skipped when "files.clipboard.skipTransient" is on. The fourth is the
 // transient marker of an older clipboard tool that some applications still declare.

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "core/base/Utf8.h"
-#include "core/clipboard/PasteboardSnapshot.h"
+#include "core/desktop/PasteboardTypes.h"
 
 namespace quillmar::X11ClipboardTargets {
 
@@ -22,12 +22,12 @@ std::vector<ClipboardTarget> makeTable()
         { "STRING", PasteboardTypes::text[0], text, false, true },
         { "TEXT", PasteboardTypes::text[0], text, false },
         { "text/plain", PasteboardTypes::text[0], text, false },
-        { "text/uri-list", "public.file-url", files },
-        { "x-special/gnome-copied-files", "public.file-url", files, false },
-        { "image/png", "public.png", image },
-        { "text/html", "public.html", data },
-        { "text/rtf", "public.rtf", data },
-        { "application/rtf", "public.rtf", data, false },
+        { "text/uri-list", PasteboardTypes::fileUrl, files },
+        { "x-special/gnome-copied-files", PasteboardTypes::fileUrl, files, false },
+        { "image/png", PasteboardTypes::png, image },
+        { "text/html", PasteboardTypes::html, data },
+        { "text/rtf", PasteboardTypes::rtf, data },
+        { "application/rtf", PasteboardTypes::rtf, data, false },
         // Password managers (KeePassXC among them) mark secrets the way the KDE clipboard reads them.
         { "x-kde-passwordManagerHint", PasteboardTypes::concealed, marker, true, false, "secret" },
         { PasteboardTypes::concealed, PasteboardTypes::concealed, marker },

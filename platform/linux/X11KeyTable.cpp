@@ -13,24 +13,6 @@ namespace quillmar::X11KeyTable {
 
 namespace {
 
-// ANSI positions the vocabulary does not name yet: digits, punctuation, the keypad, Help (where PC
-// keyboards have Insert) and the modifier keys.
-namespace Position {
-inline constexpr std::uint32_t digit1 = 0x12, digit2 = 0x13, digit3 = 0x14, digit4 = 0x15, digit6 = 0x16,
-                               digit5 = 0x17, equal = 0x18, digit9 = 0x19, digit7 = 0x1A, minus = 0x1B,
-                               digit8 = 0x1C, digit0 = 0x1D, rightBracket = 0x1E, leftBracket = 0x21,
-                               quote = 0x27, semicolon = 0x29, backslash = 0x2A, comma = 0x2B, slash = 0x2C,
-                               period = 0x2F;
-inline constexpr std::uint32_t keypadDecimal = 0x41, keypadMultiply = 0x43, keypadPlus = 0x45,
-                               keypadDivide = 0x4B, keypadMinus = 0x4E, keypadEquals = 0x51, keypad0 = 0x52,
-                               keypad1 = 0x53, keypad2 = 0x54, keypad3 = 0x55, keypad4 = 0x56, keypad5 = 0x57,
-                               keypad6 = 0x58, keypad7 = 0x59, keypad8 = 0x5B, keypad9 = 0x5C;
-inline constexpr std::uint32_t help = 0x72;
-inline constexpr std::uint32_t rightCommand = 0x36, command = 0x37, shift = 0x38, capsLock = 0x39,
-                               option = 0x3A, control = 0x3B, rightShift = 0x3C, rightOption = 0x3D,
-                               rightControl = 0x3E;
-} // namespace Position
-
 struct Row {
     Keysym keysym;
     std::uint32_t keyCode;
@@ -47,20 +29,20 @@ constexpr Row rows[] = {
     { XKB_KEY_u, KeyCode::u }, { XKB_KEY_v, KeyCode::v }, { XKB_KEY_w, KeyCode::w }, { XKB_KEY_x, KeyCode::x },
     { XKB_KEY_y, KeyCode::y }, { XKB_KEY_z, KeyCode::z },
 
-    { XKB_KEY_0, Position::digit0 }, { XKB_KEY_1, Position::digit1 }, { XKB_KEY_2, Position::digit2 },
-    { XKB_KEY_3, Position::digit3 }, { XKB_KEY_4, Position::digit4 }, { XKB_KEY_5, Position::digit5 },
-    { XKB_KEY_6, Position::digit6 }, { XKB_KEY_7, Position::digit7 }, { XKB_KEY_8, Position::digit8 },
-    { XKB_KEY_9, Position::digit9 },
+    { XKB_KEY_0, KeyCode::digit0 }, { XKB_KEY_1, KeyCode::digit1 }, { XKB_KEY_2, KeyCode::digit2 },
+    { XKB_KEY_3, KeyCode::digit3 }, { XKB_KEY_4, KeyCode::digit4 }, { XKB_KEY_5, KeyCode::digit5 },
+    { XKB_KEY_6, KeyCode::digit6 }, { XKB_KEY_7, KeyCode::digit7 }, { XKB_KEY_8, KeyCode::digit8 },
+    { XKB_KEY_9, KeyCode::digit9 },
 
-    { XKB_KEY_minus, Position::minus }, { XKB_KEY_equal, Position::equal },
-    { XKB_KEY_bracketleft, Position::leftBracket }, { XKB_KEY_bracketright, Position::rightBracket },
-    { XKB_KEY_backslash, Position::backslash }, { XKB_KEY_semicolon, Position::semicolon },
-    { XKB_KEY_apostrophe, Position::quote }, { XKB_KEY_comma, Position::comma },
-    { XKB_KEY_period, Position::period }, { XKB_KEY_slash, Position::slash }, { XKB_KEY_grave, KeyCode::grave },
+    { XKB_KEY_minus, KeyCode::minus }, { XKB_KEY_equal, KeyCode::equal },
+    { XKB_KEY_bracketleft, KeyCode::leftBracket }, { XKB_KEY_bracketright, KeyCode::rightBracket },
+    { XKB_KEY_backslash, KeyCode::backslash }, { XKB_KEY_semicolon, KeyCode::semicolon },
+    { XKB_KEY_apostrophe, KeyCode::quote }, { XKB_KEY_comma, KeyCode::comma },
+    { XKB_KEY_period, KeyCode::period }, { XKB_KEY_slash, KeyCode::slash }, { XKB_KEY_grave, KeyCode::grave },
 
     { XKB_KEY_space, KeyCode::space }, { XKB_KEY_Return, KeyCode::returnKey }, { XKB_KEY_Tab, KeyCode::tab },
     { XKB_KEY_Escape, KeyCode::escape }, { XKB_KEY_BackSpace, KeyCode::deleteBackward },
-    { XKB_KEY_Delete, KeyCode::deleteForward }, { XKB_KEY_Insert, Position::help },
+    { XKB_KEY_Delete, KeyCode::deleteForward }, { XKB_KEY_Insert, KeyCode::help },
     { XKB_KEY_Home, KeyCode::home }, { XKB_KEY_End, KeyCode::end }, { XKB_KEY_Prior, KeyCode::pageUp },
     { XKB_KEY_Next, KeyCode::pageDown }, { XKB_KEY_Left, KeyCode::leftArrow },
     { XKB_KEY_Right, KeyCode::rightArrow }, { XKB_KEY_Up, KeyCode::upArrow }, { XKB_KEY_Down, KeyCode::downArrow },
@@ -73,21 +55,21 @@ constexpr Row rows[] = {
     { XKB_KEY_F16, KeyCode::f16 }, { XKB_KEY_F17, KeyCode::f17 }, { XKB_KEY_F18, KeyCode::f18 },
     { XKB_KEY_F19, KeyCode::f19 }, { XKB_KEY_F20, KeyCode::f20 },
 
-    { XKB_KEY_KP_0, Position::keypad0 }, { XKB_KEY_KP_1, Position::keypad1 }, { XKB_KEY_KP_2, Position::keypad2 },
-    { XKB_KEY_KP_3, Position::keypad3 }, { XKB_KEY_KP_4, Position::keypad4 }, { XKB_KEY_KP_5, Position::keypad5 },
-    { XKB_KEY_KP_6, Position::keypad6 }, { XKB_KEY_KP_7, Position::keypad7 }, { XKB_KEY_KP_8, Position::keypad8 },
-    { XKB_KEY_KP_9, Position::keypad9 }, { XKB_KEY_KP_Decimal, Position::keypadDecimal },
-    { XKB_KEY_KP_Multiply, Position::keypadMultiply }, { XKB_KEY_KP_Add, Position::keypadPlus },
-    { XKB_KEY_KP_Subtract, Position::keypadMinus }, { XKB_KEY_KP_Divide, Position::keypadDivide },
-    { XKB_KEY_KP_Equal, Position::keypadEquals }, { XKB_KEY_KP_Enter, KeyCode::keypadEnter },
+    { XKB_KEY_KP_0, KeyCode::keypad0 }, { XKB_KEY_KP_1, KeyCode::keypad1 }, { XKB_KEY_KP_2, KeyCode::keypad2 },
+    { XKB_KEY_KP_3, KeyCode::keypad3 }, { XKB_KEY_KP_4, KeyCode::keypad4 }, { XKB_KEY_KP_5, KeyCode::keypad5 },
+    { XKB_KEY_KP_6, KeyCode::keypad6 }, { XKB_KEY_KP_7, KeyCode::keypad7 }, { XKB_KEY_KP_8, KeyCode::keypad8 },
+    { XKB_KEY_KP_9, KeyCode::keypad9 }, { XKB_KEY_KP_Decimal, KeyCode::keypadDecimal },
+    { XKB_KEY_KP_Multiply, KeyCode::keypadMultiply }, { XKB_KEY_KP_Add, KeyCode::keypadPlus },
+    { XKB_KEY_KP_Subtract, KeyCode::keypadMinus }, { XKB_KEY_KP_Divide, KeyCode::keypadDivide },
+    { XKB_KEY_KP_Equal, KeyCode::keypadEquals }, { XKB_KEY_KP_Enter, KeyCode::keypadEnter },
     // The Clear key sits where PC keyboards have NumLock.
     { XKB_KEY_Num_Lock, KeyCode::keypadClear },
 
-    { XKB_KEY_Super_L, Position::command }, { XKB_KEY_Super_R, Position::rightCommand },
-    { XKB_KEY_Shift_L, Position::shift }, { XKB_KEY_Shift_R, Position::rightShift },
-    { XKB_KEY_Caps_Lock, Position::capsLock }, { XKB_KEY_Alt_L, Position::option },
-    { XKB_KEY_Alt_R, Position::rightOption }, { XKB_KEY_Control_L, Position::control },
-    { XKB_KEY_Control_R, Position::rightControl },
+    { XKB_KEY_Super_L, KeyCode::command }, { XKB_KEY_Super_R, KeyCode::rightCommand },
+    { XKB_KEY_Shift_L, KeyCode::shift }, { XKB_KEY_Shift_R, KeyCode::rightShift },
+    { XKB_KEY_Caps_Lock, KeyCode::capsLock }, { XKB_KEY_Alt_L, KeyCode::option },
+    { XKB_KEY_Alt_R, KeyCode::rightOption }, { XKB_KEY_Control_L, KeyCode::control },
+    { XKB_KEY_Control_R, KeyCode::rightControl },
 
     // Other keysyms of the keys above.
     { XKB_KEY_A, KeyCode::a }, { XKB_KEY_B, KeyCode::b }, { XKB_KEY_C, KeyCode::c }, { XKB_KEY_D, KeyCode::d },
@@ -98,14 +80,14 @@ constexpr Row rows[] = {
     { XKB_KEY_U, KeyCode::u }, { XKB_KEY_V, KeyCode::v }, { XKB_KEY_W, KeyCode::w }, { XKB_KEY_X, KeyCode::x },
     { XKB_KEY_Y, KeyCode::y }, { XKB_KEY_Z, KeyCode::z },
     { XKB_KEY_ISO_Left_Tab, KeyCode::tab },
-    { XKB_KEY_KP_Insert, Position::keypad0 }, { XKB_KEY_KP_End, Position::keypad1 },
-    { XKB_KEY_KP_Down, Position::keypad2 }, { XKB_KEY_KP_Next, Position::keypad3 },
-    { XKB_KEY_KP_Left, Position::keypad4 }, { XKB_KEY_KP_Begin, Position::keypad5 },
-    { XKB_KEY_KP_Right, Position::keypad6 }, { XKB_KEY_KP_Home, Position::keypad7 },
-    { XKB_KEY_KP_Up, Position::keypad8 }, { XKB_KEY_KP_Prior, Position::keypad9 },
-    { XKB_KEY_KP_Delete, Position::keypadDecimal },
-    { XKB_KEY_Meta_L, Position::option }, { XKB_KEY_Meta_R, Position::rightOption },
-    { XKB_KEY_ISO_Level3_Shift, Position::rightOption },
+    { XKB_KEY_KP_Insert, KeyCode::keypad0 }, { XKB_KEY_KP_End, KeyCode::keypad1 },
+    { XKB_KEY_KP_Down, KeyCode::keypad2 }, { XKB_KEY_KP_Next, KeyCode::keypad3 },
+    { XKB_KEY_KP_Left, KeyCode::keypad4 }, { XKB_KEY_KP_Begin, KeyCode::keypad5 },
+    { XKB_KEY_KP_Right, KeyCode::keypad6 }, { XKB_KEY_KP_Home, KeyCode::keypad7 },
+    { XKB_KEY_KP_Up, KeyCode::keypad8 }, { XKB_KEY_KP_Prior, KeyCode::keypad9 },
+    { XKB_KEY_KP_Delete, KeyCode::keypadDecimal },
+    { XKB_KEY_Meta_L, KeyCode::option }, { XKB_KEY_Meta_R, KeyCode::rightOption },
+    { XKB_KEY_ISO_Level3_Shift, KeyCode::rightOption },
 };
 
 // Sorted copies for lookups in both directions, built once.

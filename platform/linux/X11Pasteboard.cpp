@@ -8,7 +8,7 @@
 #include <fmt/format.h>
 
 #include "core/base/Diagnostics.h"
-#include "core/clipboard/PasteboardSnapshot.h"
+#include "core/desktop/PasteboardTypes.h"
 #include "platform/linux/X11Session.h"
 
 namespace quillmar {
@@ -358,7 +358,9 @@ std::shared_ptr<const X11Pasteboard::Offer> X11Pasteboard::makeOffer(const Paste
                 offer->targets.emplace_back(target, row->markerValue.empty() ? bytes : std::string(row->markerValue));
         }
     };
-    auto addFiles = [&](const std::vector<std::string>& paths) { add("public.file-url", X11ClipboardTargets::encodeFiles(paths)); };
+    auto addFiles = [&](const std::vector<std::string>& paths) {
+        add(PasteboardTypes::fileUrl, X11ClipboardTargets::encodeFiles(paths));
+    };
     std::vector<std::string> declared;
     if (writing.contents) {
         const auto& contents = *writing.contents;
@@ -370,7 +372,7 @@ std::shared_ptr<const X11Pasteboard::Offer> X11Pasteboard::makeOffer(const Paste
                 add(type, bytes->second);
             else if (contents.image && contents.image->type == type)
                 add(type, contents.image->data);
-            else if (type == "public.file-url")
+            else if (type == PasteboardTypes::fileUrl)
                 addFiles(contents.filePaths);
             else
                 add(type, {});
