@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "core/desktop/FrontApplications.h"
+#include "core/desktop/Keystrokes.h"
 #include "core/desktop/Pasteboard.h"
 #include "core/desktop/SessionEvents.h"
 #include "core/desktop/UserNotices.h"
@@ -16,11 +17,13 @@ namespace quillmar {
 struct SystemClipboardPorts {
     std::unique_ptr<Pasteboard> pasteboard;
     std::unique_ptr<FrontApplications> frontApplications;
+    std::unique_ptr<Keystrokes> keystrokes; // the paste after picking an entry
     std::unique_ptr<SessionEvents> sessionEvents;
     std::unique_ptr<UserNotices> notices;
 };
 
-// `mainQueue` is where the ports deliver what the system reports (session events); it must outlive them.
+// `mainQueue` is where the ports deliver what the system reports (session events, the front application); it
+// must outlive them.
 SystemClipboardPorts makeSystemClipboardPorts(MainQueue& mainQueue);
 
 } // namespace quillmar

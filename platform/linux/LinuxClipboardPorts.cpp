@@ -4,6 +4,8 @@
 #include "core/clipboard/SystemClipboardPorts.h"
 #include "platform/linux/DBusSessionEvents.h"
 #include "platform/linux/DBusUserNotices.h"
+#include "platform/linux/X11FrontApplications.h"
+#include "platform/linux/X11Keystrokes.h"
 #include "platform/linux/X11Pasteboard.h"
 #include "platform/null/NullClipboardPorts.h"
 
@@ -20,7 +22,19 @@ SystemClipboardPorts makeSystemClipboardPorts(MainQueue& mainQueue)
         diagnostic("clipboard: {} ({})", pasteboard.error().message, pasteboard.error().context);
         ports.pasteboard = std::make_unique<NullPasteboard>();
     }
-    ports.frontApplications = std::make_unique<NullFrontApplications>();
+    // The front application and the paste's keystrokes: X11 too, each its Null twin elsewhere.
+    if (auto front = X11FrontApplications::create(mainQueue)) {
+        ports.frontApplications = std::move(front).value();
+    } else {
+        diagnostic("clipboard: {} ({})", front.error().message, front.error().context);
+        ports.frontApplications = std::make_unique<NullFrontApplications>();
+    }
+    if (auto keystrokes = X11Keystrokes::create()) {
+        ports.keystrokes = std::move(keystrokes).value();
+    } else {
+        diagnostic("clipboard: {} ({})", keystrokes.error().message, keystrokes.error().context);
+        ports.keystrokes = std::make_unique<NullKeystrokes>();
+    }
     // Sleep, lock and notices over D-Bus.
     const char* sessionId = std::getenv("XDG_SESSION_ID");
     ports.sessionEvents = std::make_unique<DBusSessionEvents>(mainQueue, DBusBuses {}, sessionId ? sessionId : "");

@@ -29,6 +29,16 @@ std::vector<AppIdentity> NullFrontApplications::takeActivations()
     return {};
 }
 
+bool NullKeystrokes::isAccessibilityTrusted()
+{
+    return false;
+}
+
+bool NullKeystrokes::postKey(std::uint32_t, std::uint64_t)
+{
+    return false;
+}
+
 void NullSessionEvents::startObserving(std::function<void(SessionEvent)>) { }
 
 void NullSessionEvents::stopObserving() { }

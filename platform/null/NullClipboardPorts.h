@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/desktop/FrontApplications.h"
+#include "core/desktop/Keystrokes.h"
 #include "core/desktop/Pasteboard.h"
 #include "core/desktop/SessionEvents.h"
 #include "core/desktop/UserNotices.h"
@@ -25,6 +26,13 @@ class NullFrontApplications final : public FrontApplications {
 public:
     std::optional<AppIdentity> frontApplication() const override;
     std::vector<AppIdentity> takeActivations() override;
+};
+
+// Nothing can be typed: every key is refused.
+class NullKeystrokes final : public Keystrokes {
+public:
+    bool isAccessibilityTrusted() override;
+    bool postKey(std::uint32_t keyCode, std::uint64_t flags) override;
 };
 
 // Sleep and lock are never reported.

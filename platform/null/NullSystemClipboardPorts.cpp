@@ -8,6 +8,7 @@ SystemClipboardPorts makeSystemClipboardPorts(MainQueue&)
     SystemClipboardPorts ports;
     ports.pasteboard = std::make_unique<NullPasteboard>();
     ports.frontApplications = std::make_unique<NullFrontApplications>();
+    ports.keystrokes = std::make_unique<NullKeystrokes>();
     ports.sessionEvents = std::make_unique<NullSessionEvents>();
     ports.notices = std::make_unique<NullUserNotices>();
     return ports;
