@@ -589,7 +589,7 @@ void ClipboardStore::pressPaste(Paste paste)
         m_ports.notices.askForAccessibility(accessibilityReason);
         return;
     }
-    m_guard.postAfter(m_runtime.mainQueue(), pasteDelay, [this] { m_ports.keystrokes.postKey(KeyCode::v, EventFlags::command); });
+    m_guard.postAfter(m_runtime.mainQueue(), pasteDelay, [this] { m_ports.keystrokes.postPaste(); });
 }
 
 Result<void> ClipboardStore::use(const std::string& id, Paste paste)

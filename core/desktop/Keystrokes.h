@@ -17,6 +17,10 @@ public:
     // Posts a press and release of `keyCode` with modifier `flags` (EventFlags bits); false when the
     // system did not take it.
     virtual bool postKey(std::uint32_t keyCode, std::uint64_t flags) = 0;
+
+    // Posts the system's paste shortcut: Command-V here; a desktop whose editing shortcuts use Control
+    // posts Control-V instead.
+    virtual bool postPaste() { return postKey(KeyCode::v, EventFlags::command); }
 };
 
 } // namespace quillmar

@@ -49,7 +49,7 @@ SnippetTyper::Outcome SnippetTyper::insert(const SnippetVariables::Expansion& ex
     }
     m_pasteboard.write(writing);
     auto ours = m_pasteboard.changeCount();
-    m_keystrokes.postKey(KeyCode::v, EventFlags::command);
+    m_keystrokes.postPaste();
     auto total = graphemeCount(expansion.text);
     for (auto left = expansion.cursor; left < total; ++left)
         m_keystrokes.postKey(KeyCode::leftArrow, 0);

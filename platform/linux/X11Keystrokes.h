@@ -24,6 +24,8 @@ public:
     // False for a key the core's table or the current layout has no key for, or when the server did not
     // take the events in time.
     bool postKey(std::uint32_t keyCode, std::uint64_t flags) override;
+    // Applications on X11 paste with Ctrl+V; Super (the core's Command) is the desktop's own.
+    bool postPaste() override { return postKey(KeyCode::v, EventFlags::control); }
 
 private:
     X11Keystrokes(std::shared_ptr<X11Connection> connection, std::unique_ptr<X11Keymap> keymap);
