@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/base/Text.h"
 #include "core/base/Utf8.h"
 #include "core/desktop/PasteboardTypes.h"
 
@@ -46,17 +47,6 @@ bool isUnreserved(unsigned char character)
         || character == '~' || character == '/';
 }
 
-int hexValue(char character)
-{
-    if (character >= '0' && character <= '9')
-        return character - '0';
-    if (character >= 'a' && character <= 'f')
-        return character - 'a' + 10;
-    if (character >= 'A' && character <= 'F')
-        return character - 'A' + 10;
-    return -1;
-}
-
 std::optional<std::string> percentDecoded(std::string_view text)
 {
     std::string decoded;
@@ -68,8 +58,8 @@ std::optional<std::string> percentDecoded(std::string_view text)
         }
         if (index + 2 >= text.size())
             return std::nullopt;
-        int high = hexValue(text[index + 1]);
-        int low = hexValue(text[index + 2]);
+        int high = hexDigitValue(text[index + 1]);
+        int low = hexDigitValue(text[index + 2]);
         if (high < 0 || low < 0)
             return std::nullopt;
         decoded += static_cast<char>(high * 16 + low);

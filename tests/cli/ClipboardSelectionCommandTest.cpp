@@ -11,12 +11,7 @@ namespace quillmar {
 namespace {
 
 using testing::ChildProcess;
-constexpr auto timeout = std::chrono::seconds(10);
-
-ChildProcess::Deadline deadline()
-{
-    return std::chrono::steady_clock::now() + timeout;
-}
+constexpr auto deadline = &ChildProcess::deadline;
 
 class ClipboardSelectionCommandTest : public ::testing::Test {
 protected:

@@ -16,6 +16,9 @@ class ChildProcess final {
 public:
     using Deadline = std::chrono::steady_clock::time_point;
 
+    // The deadline for waiting on a program's output: generous, since the machine may be loaded.
+    static Deadline deadline() { return std::chrono::steady_clock::now() + std::chrono::seconds(10); }
+
     // Starts `arguments[0]` (searched in PATH) with `environment` added to the test's; `keepFd` stays open
     // in the child. None when it cannot be started.
     static std::optional<ChildProcess> start(const std::vector<std::string>& arguments,
